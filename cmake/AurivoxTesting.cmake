@@ -1,0 +1,15 @@
+# aurivox_add_test(NAME SOURCES ... LIBRARIES ...)
+# One GoogleTest executable; its tests are listed at test time, so that the
+# Windows build lists them under Wine once the prefix's wineserver is up.
+function(aurivox_add_test name)
+  cmake_parse_arguments(ARG "" "" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${ARG_SOURCES})
+  target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest_main)
+  target_compile_definitions(${name} PRIVATE
+    AURIVOX_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+  gtest_discover_tests(${name}
+    DISCOVERY_MODE PRE_TEST
+    DISCOVERY_TIMEOUT 120
+    PROPERTIES TIMEOUT 300
+    WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
+endfunction()

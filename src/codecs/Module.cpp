@@ -1,0 +1,28 @@
+// Module start and stop: a plain counter starts Media Foundation at the first
+// Initialize and shuts it down at the matching last Terminate.
+#include "aurivox/Aurivox.h"
+
+#include <cstdint>
+
+#include "MFPlatform.h"
+
+namespace Aurivox {
+namespace {
+
+// Not atomic: the host initialises and terminates the module from one thread.
+std::uint32_t gInitializeCount = 0;
+
+}  // namespace
+
+void Initialize() {
+  if (gInitializeCount++ == 0) {
+    // A failed start-up shows later, as failing opens; nothing to report here.
+    windowsmediafoundation::StartupPlatform();
+  }
+}
+
+void Terminate() {
+  if (--gInitializeCount == 0) windowsmediafoundation::ShutdownPlatform();
+}
+
+}  // namespace Aurivox

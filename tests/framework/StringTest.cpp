@@ -1,0 +1,68 @@
+#include "orxcore/String.h"
+
+#include <gtest/gtest.h>
+
+namespace orxcore {
+namespace {
+
+TEST(StringConversion, RoundTripsNonAsciiTextThroughUtf8) {
+  const WString wide = u"Caf\u00E9 \u00DCber \u4E2D\u6587 \U0001F3A5";
+  const std::string narrow = UTF16toStdString(wide);
+  EXPECT_EQ(narrow, "Caf\xC3\xA9 \xC3\x9C" "ber \xE4\xB8\xAD\xE6\x96\x87 \xF0\x9F\x8E\xA5");
+  EXPECT_EQ(UTF8to16(narrow), wide);
+}
+
+TEST(StringConversion, ReplacesBrokenSequencesInsteadOfFailing) {
+  EXPECT_EQ(UTF16toStdString(std::u16string(1, char16_t(0xD800)) + u"a"), "\xEF\xBF\xBD" "a");
+  EXPECT_EQ(UTF8to16("a\xFF" "b"), u"a\uFFFDb");
+}
+
+TEST(StringConversion, AsciiWideningKeepsTheGivenLengthIncludingNul) {
+  const char text[] = "ab\0c";
+  EXPECT_EQ(AsciiToUTF16(text, 4), WString(u"ab\0c", 4));
+  EXPECT_EQ(AsciiToUTF16("'HEVC' = x"), u"'HEVC' = x");
+}
+
+TEST(LowerCase, FoldsLatinGreekAndCyrillicCapitals) {
+  EXPECT_EQ(ToLowerCase(u"C:\\A.MP4"), u"c:\\a.mp4");
+  EXPECT_EQ(ToLowerCase(u"\u00C9T\u00C9 \u00D7"), u"\u00E9t\u00E9 \u00D7");
+  EXPECT_EQ(ToLowerCase(u"\u0141\u00D3D\u0179"), u"\u0142\u00F3d\u017A");
+  EXPECT_EQ(ToLowerCase(u"\u0391\u0392\u0393 \u0416\u0401"), u"\u03B1\u03B2\u03B3 \u0436\u0451");
+  EXPECT_EQ(ToLowerCase(u"\u4E2D 123"), u"\u4E2D 123");
+}
+
+TEST(ReplaceInString, FillsPlaceholdersByNumber) {
+  EXPECT_EQ(ReplaceInString(u"\"@0\" and @1, again @0", u"x.mp4", u"two"),
+            u"\"x.mp4\" and two, again x.mp4");
+  EXPECT_EQ(ReplaceInString(u"@9@8", u"", u"", u"", u"", u"", u"", u"", u"", u"eight", u"nine"),
+            u"nineeight");
+}
+
+TEST(ReplaceInString, KeepsPlaceholdersWithNothingPutIn) {
+  EXPECT_EQ(ReplaceInString(u"error 0x@0 at @1", u""), u"error 0x@0 at @1");
+  EXPECT_EQ(ReplaceInString(u"@", u"a"), u"@");
+  EXPECT_EQ(ReplaceInString(u"@@0", u"a"), u"@a");
+}
+
+TEST(NumberToString, FormatsIntegersAndFixedPrecision) {
+  EXPECT_EQ(NumberToString(std::int64_t{-42}), u"-42");
+  EXPECT_EQ(NumberToString(29.97002997, 2), u"29.97");
+  EXPECT_EQ(NumberToString(25.0, 3), u"25.000");
+  EXPECT_EQ(NumberToString(2.5, 0), u"2");  // round half to even, as printf does
+}
+
+TEST(StringToNumber, AcceptsOnlyWholeDecimalNumbers) {
+  std::int32_t value = -1;
+  EXPECT_TRUE(StringToNumber(u"00012", value));
+  EXPECT_EQ(value, 12);
+  EXPECT_TRUE(StringToNumber(u"-2147483648", value));
+  EXPECT_EQ(value, INT32_MIN);
+  value = 7;
+  EXPECT_FALSE(StringToNumber(u"0001a", value));
+  EXPECT_FALSE(StringToNumber(u"", value));
+  EXPECT_FALSE(StringToNumber(u"2147483648", value));
+  EXPECT_EQ(value, 7);
+}
+
+}  // namespace
+}  // namespace orxcore
