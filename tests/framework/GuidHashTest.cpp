@@ -19,9 +19,9 @@ TEST(Guid, BytesFollowTheWindowsMemoryLayout) {
   EXPECT_EQ(Guid::FromBytes(expected), g);
 }
 
-TEST(Guid, TextIsUpperCaseRegistryForm) {
-  EXPECT_EQ(kAac.AsString(), u"{00001610-0000-0010-8000-00AA00389B71}");
-  EXPECT_EQ(Guid{}.AsString(), u"{00000000-0000-0000-0000-000000000000}");
+TEST(Guid, TextIsUpperCaseWithoutBraces) {
+  EXPECT_EQ(kAac.AsString(), u"00001610-0000-0010-8000-00AA00389B71");
+  EXPECT_EQ(Guid{}.AsString(), u"00000000-0000-0000-0000-000000000000");
 }
 
 TEST(Guid, UniqueGuidsDifferAndAreVersionFour) {

@@ -46,9 +46,12 @@ TEST(ReplaceInString, KeepsPlaceholdersWithNothingPutIn) {
 
 TEST(NumberToString, FormatsIntegersAndFixedPrecision) {
   EXPECT_EQ(NumberToString(std::int64_t{-42}), u"-42");
-  EXPECT_EQ(NumberToString(29.97002997, 2), u"29.97");
-  EXPECT_EQ(NumberToString(25.0, 3), u"25.000");
-  EXPECT_EQ(NumberToString(2.5, 0), u"2");  // round half to even, as printf does
+  EXPECT_EQ(NumberToString(29.97002997, 1, 2), u"29.97");
+  EXPECT_EQ(NumberToString(25.0, 1, 2), u"25.0");
+  EXPECT_EQ(NumberToString(23.976, 1, 2), u"23.98");
+  EXPECT_EQ(NumberToString(59.9, 1, 2), u"59.9");
+  EXPECT_EQ(NumberToString(25.0, 0, 2), u"25");
+  EXPECT_EQ(NumberToString(0.5, 3, 3), u"0.500");
 }
 
 TEST(StringToNumber, AcceptsOnlyWholeDecimalNumbers) {

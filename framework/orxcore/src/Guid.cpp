@@ -25,10 +25,10 @@ Guid Guid::FromBytes(const std::array<std::uint8_t, 16>& bytes) {
 
 WString Guid::AsString() const {
   char text[40];
-  std::snprintf(text, sizeof text, "{%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X}",
+  std::snprintf(text, sizeof text, "%08X-%04X-%04X-%02X%02X-%02X%02X%02X%02X%02X%02X",
                 static_cast<unsigned>(data1), data2, data3, data4[0], data4[1], data4[2],
                 data4[3], data4[4], data4[5], data4[6], data4[7]);
-  return AsciiToUTF16(text, 38);
+  return AsciiToUTF16(text, 36);
 }
 
 Guid Guid::CreateUnique() {

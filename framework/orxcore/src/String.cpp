@@ -104,10 +104,21 @@ WString NumberToString(std::int64_t value) {
   return AsciiToUTF16(std::to_string(value));
 }
 
-WString NumberToString(double value, int precision) {
-  char buffer[64];
-  const int n = std::snprintf(buffer, sizeof buffer, "%.*f", precision < 0 ? 0 : precision, value);
-  return AsciiToUTF16(buffer, n > 0 ? static_cast<std::size_t>(n) : 0);
+WString NumberToString(double value, int minDigits, int maxDigits) {
+  if (maxDigits < 0) maxDigits = 0;
+  if (minDigits < 0) minDigits = 0;
+  if (minDigits > maxDigits) minDigits = maxDigits;
+  char buffer[400];
+  const int n = std::snprintf(buffer, sizeof buffer, "%.*f", maxDigits, value);
+  std::string text(buffer, n > 0 ? static_cast<std::size_t>(n) : 0);
+  const std::size_t point = text.find('.');
+  if (point != std::string::npos) {
+    std::size_t keep = text.size();
+    while (keep > point + 1 + static_cast<std::size_t>(minDigits) && text[keep - 1] == '0') --keep;
+    if (keep == point + 1) --keep;  // no digits left after the point: drop it too
+    text.resize(keep);
+  }
+  return AsciiToUTF16(text);
 }
 
 bool StringToNumber(std::u16string_view text, std::int32_t& value) {

@@ -20,7 +20,7 @@ struct Guid {
   std::array<std::uint8_t, 16> GuidToBytes() const;
   static Guid FromBytes(const std::array<std::uint8_t, 16>& bytes);
 
-  // "{XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX}", upper case.
+  // "XXXXXXXX-XXXX-XXXX-XXXX-XXXXXXXXXXXX", upper case, without braces.
   WString AsString() const;
 
   // A new random (version 4) GUID.

@@ -37,10 +37,11 @@ WString ReplaceInString(std::u16string_view text, const WString& arg0,
                         const WString& arg7 = {}, const WString& arg8 = {},
                         const WString& arg9 = {});
 
-// Decimal text of a number. For floating-point values `precision` is the
-// number of digits after the point (trailing zeros kept).
+// Decimal text of a number. A floating-point value is rounded to
+// `maxDigits` after the point, then trailing zeros are dropped down to
+// `minDigits`: (25.0, 1, 2) gives "25.0", (29.97003, 1, 2) gives "29.97".
 WString NumberToString(std::int64_t value);
-WString NumberToString(double value, int precision);
+WString NumberToString(double value, int minDigits, int maxDigits);
 
 // Parses a whole string as a decimal integer (optional sign). Returns false,
 // leaving `value` alone, when the text is empty, not a number or too large.

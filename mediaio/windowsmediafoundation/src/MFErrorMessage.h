@@ -1,0 +1,14 @@
+// Readable, localised text for a Media Foundation HRESULT.
+#pragma once
+
+#include <cstdint>
+
+#include "orxcore/String.h"
+
+namespace windowsmediafoundation {
+
+// The localised message for `hr`: the named code's text, or the default
+// "Media Foundation returned error 0x<HEX>" for codes without a name.
+orxcore::WString MFErrorMessage(std::int32_t hr);
+
+}  // namespace windowsmediafoundation
