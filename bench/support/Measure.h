@@ -1,0 +1,22 @@
+// Side-by-side timing: every candidate is timed in every round, the rounds
+// interleave the candidates, and each candidate's median round is reported,
+// so that a candidate and its reference see the same machine state.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <vector>
+
+namespace bench {
+
+struct MeasureOptions {
+  int rounds = 31;
+  // A timed batch repeats a call until it lasts at least this long.
+  std::chrono::microseconds minimumBatch{5000};
+};
+
+// Median nanoseconds per call of each of `calls`, in the same order.
+std::vector<double> MedianNanosecondsPerCall(const std::vector<std::function<void()>>& calls,
+                                             const MeasureOptions& options = {});
+
+}  // namespace bench

@@ -1,0 +1,53 @@
+#include "Table.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cstdio>
+#include <ostream>
+#include <utility>
+
+namespace bench {
+namespace {
+
+bool LooksNumeric(const std::string& cell) {
+  return !cell.empty() && (std::isdigit(static_cast<unsigned char>(cell[0])) || cell[0] == '-');
+}
+
+}  // namespace
+
+Table::Table(std::vector<std::string> header) { rows_.push_back(std::move(header)); }
+
+void Table::AddRow(std::vector<std::string> cells) {
+  cells.resize(rows_.front().size());
+  rows_.push_back(std::move(cells));
+}
+
+void Table::Print(std::ostream& out) const {
+  std::vector<std::size_t> widths(rows_.front().size(), 0);
+  for (const auto& row : rows_) {
+    for (std::size_t c = 0; c < row.size(); ++c) widths[c] = std::max(widths[c], row[c].size());
+  }
+  for (std::size_t r = 0; r < rows_.size(); ++r) {
+    const auto& row = rows_[r];
+    for (std::size_t c = 0; c < row.size(); ++c) {
+      const std::string padding(widths[c] - row[c].size(), ' ');
+      const bool right = r > 0 && LooksNumeric(row[c]);
+      out << (c == 0 ? "" : "  ") << (right ? padding + row[c] : row[c] + padding);
+    }
+    out << '\n';
+    if (r == 0) {
+      for (std::size_t c = 0; c < widths.size(); ++c) {
+        out << (c == 0 ? "" : "  ") << std::string(widths[c], '-');
+      }
+      out << '\n';
+    }
+  }
+}
+
+std::string Fixed(double value, int decimals) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.*f", decimals, value);
+  return text;
+}
+
+}  // namespace bench
