@@ -1,6 +1,7 @@
 // Readable descriptions of the formats in Media Foundation media types, for
 // MFReader's GetAudioFormatDescription, GetSubAudioFormatType and
-// GetVideoFormatDescription.
+// GetVideoFormatDescription. Failed reads are traced under
+// "windowsmediafoundation.MFReader.<operation>" at level 5.
 #pragma once
 
 #include <guiddef.h>
@@ -12,13 +13,15 @@
 
 namespace windowsmediafoundation {
 
-// The codec description of an audio type (null: no audio type).
+// The codec description of an audio type. Without a type, or when its
+// subtype cannot be read, the unknown text with its "@0" still in it.
 orxcore::WString DescribeAudioFormat(IMFMediaType* audioType);
 
 // The MF_MT_SUBTYPE of an audio type; GUID_NULL when absent or unreadable.
 GUID AudioSubtype(IMFMediaType* audioType);
 
-// The description of a video type with its frame size and rate suffixes.
+// The description of a video type with its frame size and rate suffixes;
+// without a type, or when its subtype cannot be read, the bare unknown text.
 orxcore::WString DescribeVideoFormat(IMFMediaType* videoType, std::uint32_t width,
                                      std::uint32_t height, std::uint32_t rateNumerator,
                                      std::uint32_t rateDenominator);
