@@ -25,4 +25,7 @@ int Fail(const std::string& message);
 // Prints the message and a pointer to the command's --help; returns kExitUsage.
 int UsageError(const char* command, const std::string& message);
 
+// The commands, one file each.
+int RunSegments(const Arguments& args);
+
 }  // namespace aurivox_tool

@@ -13,7 +13,7 @@ namespace {
 
 // Each command is defined in its own file; add it here to make it reachable.
 const Command kCommands[] = {
-    {nullptr, nullptr, nullptr},  // keeps the table valid while it has no commands
+    {"segments", "list the segment files of a split camera recording", RunSegments},
 };
 
 void PrintUsage(std::FILE* out) {

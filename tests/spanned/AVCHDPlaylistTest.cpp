@@ -1,0 +1,206 @@
+#include <gtest/gtest.h>
+
+#include <utility>
+
+#include "AVCHDUtils.h"
+#include "PlayItemVisitors.h"
+#include "PlaylistBuilder.h"
+#include "orxcore/File.h"
+
+namespace AVCHDUtils {
+namespace {
+
+using aurivox_test::kNewShot;
+using aurivox_test::kSameShot;
+using aurivox_test::PlaylistBuilder;
+using aurivox_test::RecordingTree;
+
+const bool kWindows = orxcore::File::PreferredSeparator() == u'\\';
+
+class ClipRecognition : public ::testing::Test {
+ protected:
+  bool Recognised(const std::string& relative) const { return IsSpannedClipFile(tree_.Path(relative)); }
+  RecordingTree tree_;
+};
+
+TEST_F(ClipRecognition, StreamAndClipInformationFilesWithFiveDigitTitles) {
+  EXPECT_TRUE(Recognised("STREAM/00012.mts"));
+  EXPECT_TRUE(Recognised("STREAM/00012.m2ts"));
+  EXPECT_TRUE(Recognised("CLIPINF/00012.clpi"));
+  EXPECT_TRUE(Recognised("CLIPINF/00012.cpi"));
+  EXPECT_TRUE(Recognised("STREAM/99999.mts"));
+}
+
+TEST_F(ClipRecognition, ExtensionCaseFollowsThePlatform) {
+  EXPECT_EQ(Recognised("STREAM/00012.MTS"), kWindows);
+  EXPECT_EQ(Recognised("STREAM/00012.M2TS"), kWindows);
+  EXPECT_EQ(Recognised("CLIPINF/00012.CLPI"), kWindows);
+}
+
+TEST_F(ClipRecognition, TitlesThatAreNotFiveDigits) {
+  EXPECT_FALSE(Recognised("STREAM/0012.mts"));
+  EXPECT_FALSE(Recognised("STREAM/000123.mts"));
+  EXPECT_FALSE(Recognised("STREAM/0001a.mts"));
+  EXPECT_FALSE(Recognised("STREAM/-0001.mts"));
+  EXPECT_FALSE(Recognised("STREAM/00012.mts.mts"));
+}
+
+TEST_F(ClipRecognition, OtherExtensions) {
+  EXPECT_FALSE(Recognised("STREAM/00012.mp4"));
+  EXPECT_FALSE(Recognised("STREAM/00012"));
+  EXPECT_FALSE(Recognised("PLAYLIST/00012.mpls"));
+}
+
+TEST_F(ClipRecognition, FileInTheWrongFolder) {
+  EXPECT_FALSE(Recognised("CLIPINF/00012.mts"));
+  EXPECT_FALSE(Recognised("STREAM/00012.clpi"));
+  EXPECT_FALSE(Recognised("00012.mts"));
+  tree_.dir().MakeDir("BDMV/STREAM/STREAM");
+  EXPECT_FALSE(Recognised("STREAM/STREAM/00012.mts"));
+}
+
+TEST_F(ClipRecognition, RecordingRootMustBeNamedBDMV) {
+  aurivox_test::TempDir other;
+  for (const char* folder : {"AVCHD/STREAM", "AVCHD/CLIPINF", "AVCHD/PLAYLIST"}) other.MakeDir(folder);
+  EXPECT_FALSE(IsSpannedClipFile(other.WPath("AVCHD/STREAM/00012.mts")));
+}
+
+TEST_F(ClipRecognition, PlaylistAndSiblingFoldersMustExist) {
+  tree_.Remove("CLIPINF");
+  EXPECT_FALSE(Recognised("STREAM/00012.mts"));
+  EXPECT_TRUE(Recognised("CLIPINF/00012.clpi")) << "needs STREAM, not CLIPINF itself";
+  tree_.Remove("STREAM");
+  EXPECT_FALSE(Recognised("CLIPINF/00012.clpi"));
+
+  RecordingTree withoutPlaylists;
+  withoutPlaylists.Remove("PLAYLIST");
+  EXPECT_FALSE(IsSpannedClipFile(withoutPlaylists.Path("STREAM/00012.mts")));
+  // A file of that name is not the folder.
+  withoutPlaylists.dir().WriteFile("BDMV/PLAYLIST", "not a folder");
+  EXPECT_FALSE(IsSpannedClipFile(withoutPlaylists.Path("STREAM/00012.mts")));
+}
+
+TEST_F(ClipRecognition, FolderNamesAndSeparatorsOnWindows) {
+  if (!kWindows) GTEST_SKIP() << "names compare exactly and only '/' separates here";
+  std::u16string path = tree_.Path("stream/00012.mts");
+  // BDMV itself in lower case, and forward slashes in place of backslashes.
+  path.replace(path.rfind(u"BDMV"), 4, u"bdmv");
+  EXPECT_TRUE(IsSpannedClipFile(path));
+  for (char16_t& c : path) {
+    if (c == u'\\') c = u'/';
+  }
+  EXPECT_TRUE(IsSpannedClipFile(path));
+}
+
+TEST_F(ClipRecognition, FolderNamesAreExactOffWindows) {
+  if (kWindows) GTEST_SKIP() << "names ignore case on Windows";
+  tree_.dir().MakeDir("BDMV/stream");
+  EXPECT_FALSE(Recognised("stream/00012.mts"));
+}
+
+// Records what VisitPlayItems hands over: clip number and condition byte.
+class RecordingVisitor : public PlayItemVisitor {
+ public:
+  explicit RecordingVisitor(std::size_t stopAfter = SIZE_MAX) : stopAfter_(stopAfter) {}
+  bool Visit(const std::uint8_t* item) override {
+    items.emplace_back(ClipNumberOf(item), item[12]);
+    return items.size() < stopAfter_;
+  }
+  std::vector<std::pair<std::string, int>> items;
+
+ private:
+  std::size_t stopAfter_;
+};
+
+using Items = std::vector<std::pair<std::string, int>>;
+
+class PlaylistReading : public ::testing::Test {
+ protected:
+  Items Visited(const std::vector<std::uint8_t>& bytes) {
+    RecordingVisitor visitor;
+    VisitPlayItems(aurivox_test::ToWString(tree_.dir().WriteFile("BDMV/PLAYLIST/00001.mpls", bytes)), visitor);
+    return visitor.items;
+  }
+  Items Visited(const PlaylistBuilder& playlist) { return Visited(playlist.Build()); }
+
+  RecordingTree tree_;
+  PlaylistBuilder threeItems_ = PlaylistBuilder().Item("00001", 1).Item("00002", 6).Item("00003", 0x16);
+};
+
+TEST_F(PlaylistReading, VisitsEveryItemInFileOrder) {
+  EXPECT_EQ(Visited(threeItems_), (Items{{"00001", 1}, {"00002", 6}, {"00003", 0x16}}));
+}
+
+TEST_F(PlaylistReading, OnlyVersion0100IsRead) {
+  for (const char* version : {"0200", "0300", "0101", "0100"}) {
+    PlaylistBuilder playlist = threeItems_;
+    EXPECT_EQ(Visited(playlist.Version(version)).size(), std::string(version) == "0100" ? 3u : 0u)
+        << version;
+  }
+  PlaylistBuilder wrongType = threeItems_;
+  EXPECT_TRUE(Visited(wrongType.Type("MPLX")).empty());
+}
+
+TEST_F(PlaylistReading, ShortFilesYieldNothing) {
+  std::vector<std::uint8_t> bytes = threeItems_.Build();
+  bytes.resize(20);
+  EXPECT_TRUE(Visited(bytes).empty());
+  EXPECT_TRUE(Visited(std::vector<std::uint8_t>{}).empty());
+}
+
+TEST_F(PlaylistReading, MissingPlaylistOrFolderYieldsNothing) {
+  RecordingVisitor visitor;
+  VisitPlayItems(tree_.Path("PLAYLIST/00009.mpls"), visitor);
+  VisitPlayItems(tree_.Path("PLAYLIST"), visitor);
+  VisitPlayItems(u"", visitor);
+  EXPECT_TRUE(visitor.items.empty());
+}
+
+TEST_F(PlaylistReading, ItemCountDecidesHowManyAreRead) {
+  PlaylistBuilder none = threeItems_, two = threeItems_;
+  EXPECT_TRUE(Visited(none.ItemCount(0)).empty());
+  EXPECT_EQ(Visited(two.ItemCount(2)).size(), 2u);
+}
+
+TEST_F(PlaylistReading, SectionMustFitInTheFile) {
+  const std::size_t size = threeItems_.Build().size();
+  PlaylistBuilder pastEnd = threeItems_, wrapping = threeItems_, tooLong = threeItems_;
+  EXPECT_TRUE(Visited(pastEnd.StartAddress(static_cast<std::uint32_t>(size - 9))).empty());
+  // A start address near 4 GiB must not wrap round to the file's start.
+  EXPECT_TRUE(Visited(wrapping.StartAddress(0xFFFFFFF8)).empty());
+  EXPECT_TRUE(Visited(tooLong.SectionLength(static_cast<std::uint32_t>(size))).empty());
+}
+
+TEST_F(PlaylistReading, ItemRunningPastTheEndStopsTheVisiting) {
+  PlaylistBuilder playlist = threeItems_;
+  playlist.Item("00004", 1).LastItemLength(200).Item("00005", 6);
+  EXPECT_EQ(Visited(playlist.SectionLength(0)).size(), 3u);
+}
+
+TEST_F(PlaylistReading, LastItemCountsOnlyWhenTwoMoreBytesFollow) {
+  for (std::size_t trailing : {0, 1, 2, 6}) {
+    PlaylistBuilder playlist = threeItems_;
+    EXPECT_EQ(Visited(playlist.TrailingBytes(trailing)).size(), trailing >= 2 ? 3u : 2u) << trailing;
+  }
+}
+
+TEST_F(PlaylistReading, ItemTooShortForItsFieldsIsNotReadPastTheData) {
+  // Declared 2 bytes long with 4 bytes after it: the fields visitors read
+  // would reach past the end of the file.
+  PlaylistBuilder playlist = threeItems_;
+  std::vector<std::uint8_t> bytes = playlist.SectionLength(0).Build();
+  const std::size_t third = PlaylistBuilder::kFirstItemOffset + 2 * PlaylistBuilder::kItemSize;
+  bytes.resize(third + 2 + 2 + 4);
+  bytes[third] = 0;
+  bytes[third + 1] = 2;
+  EXPECT_EQ(Visited(bytes).size(), 2u);
+}
+
+TEST_F(PlaylistReading, VisitorStopsTheVisiting) {
+  RecordingVisitor visitor(2);
+  VisitPlayItems(aurivox_test::ToWString(tree_.dir().WriteFile("x.mpls", threeItems_.Build())), visitor);
+  EXPECT_EQ(visitor.items.size(), 2u);
+}
+
+}  // namespace
+}  // namespace AVCHDUtils

@@ -1,0 +1,18 @@
+#include <windows.h>
+
+#include "OpenFiles.h"
+
+namespace aurivox_test {
+
+// An exclusive open fails while anyone else holds the file.
+bool IsOpenInThisProcess(const std::filesystem::path& path) {
+  const HANDLE handle = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+  if (handle != INVALID_HANDLE_VALUE) {
+    CloseHandle(handle);
+    return false;
+  }
+  return GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
+}  // namespace aurivox_test

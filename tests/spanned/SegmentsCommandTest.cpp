@@ -1,0 +1,100 @@
+// The tool's segments command, run through its entry point.
+#include <gtest/gtest.h>
+
+#include "Commands.h"
+#include "PlaylistBuilder.h"
+
+namespace aurivox_tool {
+
+// Stand-ins for the tool's shared reporting, which lives beside main().
+std::string lastError;
+int Fail(const std::string& message) {
+  lastError = message;
+  return kExitFailure;
+}
+int UsageError(const char* command, const std::string& message) {
+  lastError = std::string(command) + ": " + message;
+  return kExitUsage;
+}
+
+namespace {
+
+using aurivox_test::kNewShot;
+using aurivox_test::kSameShot;
+using aurivox_test::PlaylistBuilder;
+using aurivox_test::RecordingTree;
+
+struct Outcome {
+  int status;
+  std::string out;
+};
+
+Outcome Segments(const Arguments& args) {
+  lastError.clear();
+  ::testing::internal::CaptureStdout();
+  const int status = RunSegments(args);
+  return {status, ::testing::internal::GetCapturedStdout()};
+}
+
+std::string Utf8(const orxcore::WString& path) { return orxcore::UTF16toStdString(path); }
+
+class SegmentsCommand : public ::testing::Test {
+ protected:
+  SegmentsCommand() {
+    tree_.WritePlaylist("00001.MPL", PlaylistBuilder()
+                                         .Item("00001", kNewShot)
+                                         .Item("00002", kSameShot)
+                                         .Item("00003", kNewShot));
+    for (const char* name : {"00001.MTS", "00002.MTS", "00003.MTS"}) tree_.WriteStream(name);
+  }
+  RecordingTree tree_;
+};
+
+TEST_F(SegmentsCommand, ListsTheShotOfASegmentOnePerLine) {
+  const Outcome run = Segments({Utf8(tree_.Path("STREAM/00002.MTS"))});
+  EXPECT_EQ(run.status, kExitOk);
+  EXPECT_EQ(run.out, Utf8(tree_.Path("STREAM/00001.MTS")) + "\n" + Utf8(tree_.Path("STREAM/00002.MTS")) + "\n");
+}
+
+TEST_F(SegmentsCommand, JsonArray) {
+  const Outcome run = Segments({"--json", Utf8(tree_.Path("STREAM/00003.MTS"))});
+  EXPECT_EQ(run.status, kExitOk);
+  std::string escaped;
+  for (char c : Utf8(tree_.Path("STREAM/00003.MTS"))) escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
+  EXPECT_EQ(run.out, "[\"" + escaped + "\"]\n");
+}
+
+TEST_F(SegmentsCommand, FileOutsideARecordingPrintsNothing) {
+  tree_.dir().WriteFile("plain.mts", "x");
+  Outcome run = Segments({Utf8(tree_.dir().WPath("plain.mts"))});
+  EXPECT_EQ(run.status, kExitOk);
+  EXPECT_EQ(run.out, "");
+  run = Segments({Utf8(tree_.dir().WPath("plain.mts")), "--json"});
+  EXPECT_EQ(run.out, "[]\n");
+}
+
+TEST_F(SegmentsCommand, MissingFileFails) {
+  const Outcome run = Segments({Utf8(tree_.Path("STREAM/00009.MTS"))});
+  EXPECT_EQ(run.status, kExitFailure);
+  EXPECT_NE(lastError.find("no such file"), std::string::npos) << lastError;
+}
+
+TEST_F(SegmentsCommand, BadUsage) {
+  const std::string path = Utf8(tree_.Path("STREAM/00002.MTS"));
+  for (const Arguments& args : {Arguments{}, Arguments{"--json"}, Arguments{path, path},
+                                Arguments{"--frobnicate", path}, Arguments{""}}) {
+    const Outcome run = Segments(args);
+    EXPECT_EQ(run.status, kExitUsage) << lastError;
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(lastError.rfind("segments: ", 0), 0u) << lastError;
+  }
+}
+
+TEST_F(SegmentsCommand, Help) {
+  const Outcome run = Segments({"--help"});
+  EXPECT_EQ(run.status, kExitOk);
+  EXPECT_EQ(run.out.rfind("Usage: aurivox segments", 0), 0u);
+}
+
+}  // namespace
+}  // namespace aurivox_tool
