@@ -1,0 +1,139 @@
+// One Media Foundation source reader opened on one media file, from its path
+// or through an MFByteStream over a StreamInterface, that delivers the first
+// audio stream uncompressed, one buffer a channel.
+#pragma once
+
+#include <guiddef.h>
+#include <mfidl.h>
+#include <mfreadwrite.h>
+#include <mftransform.h>
+#include <wrl/client.h>
+
+#include <cstdint>
+#include <memory>
+
+#include "PendingAudio.h"
+#include "StreamInterface.h"
+#include "orxcore/String.h"
+#include "orxmediatypes/AudioFormat.h"
+
+namespace windowsmediafoundation {
+
+// Classes of OpenStatus::statusClass.
+constexpr std::int32_t kOpenStatusFine = 0;
+constexpr std::int32_t kOpenStatusReaderFailed = 1;  // not created, or its set-up failed
+constexpr std::int32_t kOpenStatusNoReader = 3;      // creation gave no reader to set up
+
+// What an open reports to its caller.
+struct OpenStatus {
+  std::int32_t statusClass = kOpenStatusFine;
+  std::int32_t hr = 0;  // S_OK
+  // The localised open-error text followed by the message for hr; empty
+  // when nothing failed.
+  orxcore::WString message;
+};
+
+// Used by one thread at a time; Media Foundation is driven synchronously.
+class MFReader {
+ public:
+  MFReader();
+  ~MFReader();
+  MFReader(const MFReader&) = delete;
+  MFReader& operator=(const MFReader&) = delete;
+
+  // Opens a file by path, or through an MFByteStream over `stream`, after
+  // releasing whatever an earlier open left; resets `status` first. Sets up
+  // the first audio stream when `wantAudio` (the video set-up is not part of
+  // this reader yet, so hasVideo() stays false), primes it and rewinds.
+  // Returns hasAudio() || hasVideo(). A failure fills `status`; a file
+  // without audio returns false with a fine status.
+  bool OpenFromPath(const orxcore::WString& path, OpenStatus& status, bool wantVideo, bool wantAudio);
+  bool OpenFromStream(const std::shared_ptr<StreamInterface>& stream, OpenStatus& status, bool wantVideo,
+                      bool wantAudio);
+
+  // Negotiates the client type for the current source audio type (PCM
+  // sources get PCM; others float, else PCM), reads the client format and
+  // selects the audio stream. A failure clears hasAudio().
+  HRESULT SetupAudio();
+
+  // Asks the reader to decode the first audio stream to `subtype` with the
+  // source's channel count and mask, and returns the type in force.
+  HRESULT ConfigureClientAudioType(const GUID& subtype, IMFMediaType** clientType);
+
+  // Delivers up to `count` frames in the client format, continuing where the
+  // last call stopped (`position` is not used): sample f of channel n goes to
+  // byte f x bytesPerSample of channelBuffers[n]; null buffers are skipped.
+  // On return `count` holds the frames delivered, fewer at the end of the
+  // stream. False, with nothing delivered and `count` unchanged, when a
+  // Media Foundation call failed, the media type changed mid-stream, no
+  // audio is set up or the arguments are unusable.
+  bool ReadAudioSamples(std::int64_t position, std::int32_t& count, float* const* channelBuffers,
+                        std::uint32_t bytesPerSample);
+
+  // Moves the reader to `position` (100-ns units); the source decides how
+  // close it lands. Pending audio and the counters are kept.
+  HRESULT Seek(std::int64_t position);
+
+  // The duration in sample frames at the client rate; 0 when unknown.
+  std::int64_t GetEstimatedAudioSampleCount();
+
+  // Asks whether the source seeks quickly; sets canSeek().
+  HRESULT CanSeek();
+
+  // The source's own audio encoding (MF_MT_SUBTYPE), GUID_NULL without one.
+  GUID GetSubAudioFormatType() const;
+  // Readable name of the source's audio encoding.
+  orxcore::WString GetAudioFormatDescription() const;
+
+  bool hasAudio() const { return hasAudio_; }
+  bool hasVideo() const { return hasVideo_; }
+  std::uint32_t channels() const { return channels_; }
+  std::uint32_t channelMask() const { return channelMask_; }
+  std::uint32_t samplesPerSecond() const { return samplesPerSecond_; }
+  std::uint32_t bitsPerSample() const { return bitsPerSample_; }
+  std::uint32_t avgBytesPerSecond() const { return avgBytesPerSecond_; }
+  bool endOfStream() const { return endOfStream_; }
+  std::int64_t samplesDelivered() const { return samplesDelivered_; }
+  bool canSeek() const { return canSeek_; }
+  // A fresh layout for channelMask() and channels().
+  orxmediatypes::AudioChannelLayout channelLayout() const;
+
+ private:
+  void ReleaseAll();
+  bool FinishOpen(HRESULT created, OpenStatus& status, bool wantAudio);
+  bool SetUpStreams(OpenStatus& status, bool wantAudio);
+  void PrimeAudio();
+  HRESULT SetupAudioStream();
+  HRESULT NegotiateClientAudioType(const GUID& sourceSubtype);
+  HRESULT ReadClientAudioFormat();
+  HRESULT AppendSampleData(IMFSample* sample);
+
+  Microsoft::WRL::ComPtr<IMFSourceReader> reader_;
+  Microsoft::WRL::ComPtr<IMFByteStream> byteStream_;
+  bool hasAudio_ = false;
+  bool hasVideo_ = false;
+  Microsoft::WRL::ComPtr<IMFMediaType> sourceAudioType_;
+  Microsoft::WRL::ComPtr<IMFMediaType> clientAudioType_;
+  std::uint32_t channels_ = 0;
+  std::uint32_t channelMask_ = 0;
+  std::uint32_t samplesPerSecond_ = 0;
+  std::uint32_t bitsPerSample_ = 0;
+  std::uint32_t avgBytesPerSecond_ = 0;
+  bool endOfStream_ = false;
+  std::int64_t samplesDelivered_ = 0;
+  PendingAudio pendingAudio_;
+
+  // Video path state, filled by the video set-up once it exists.
+  Microsoft::WRL::ComPtr<IMFMediaType> videoType_;
+  std::uint64_t frameSize_ = 0;  // width << 32 | height
+  std::uint64_t frameRate_ = 0;  // numerator << 32 | denominator
+  std::int64_t frameDuration_ = 0;
+  bool canSeek_ = false;
+  Microsoft::WRL::ComPtr<IMFMediaType> clientVideoType_;
+  GUID clientVideoSubtype_ = GUID_NULL;
+  bool rgbOnly_ = false;
+  std::uint64_t pixelAspectRatio_ = 0;  // numerator << 32 | denominator
+  Microsoft::WRL::ComPtr<IMFTransform> resizer_;
+};
+
+}  // namespace windowsmediafoundation

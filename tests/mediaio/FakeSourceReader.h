@@ -1,0 +1,139 @@
+// A scripted IMFSourceReader for MFReader's tests. It hands out real Media
+// Foundation objects (media types, samples, memory buffers) built from the
+// script, records what it is asked, and tells which of the objects it handed
+// out are still referenced by someone else.
+#pragma once
+
+#include <mfapi.h>
+#include <mferror.h>
+#include <mfidl.h>
+#include <mfreadwrite.h>
+#include <wrl/client.h>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "SourceReaderFactory.h"
+
+namespace aurivox_test {
+
+// The attributes of an audio media type; an empty value leaves the attribute
+// out of the type.
+struct FakeAudioFormat {
+  GUID subtype = MFAudioFormat_PCM;
+  std::optional<UINT32> channels = 2;
+  std::optional<UINT32> samplesPerSecond = 48000;
+  std::optional<UINT32> bitsPerSample = 16;
+  std::optional<UINT32> avgBytesPerSecond = 192000;
+  std::optional<UINT32> channelMask;
+};
+
+// One answer of ReadSample.
+struct FakeRead {
+  HRESULT hr = S_OK;
+  DWORD flags = 0;
+  // A sample holding these bytes; no sample when empty.
+  std::optional<std::vector<std::uint8_t>> data;
+  // With data: split it into two buffers at this byte.
+  std::optional<std::size_t> splitAt;
+  // With MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED: the type in force
+  // afterwards, until a client type is set again.
+  std::optional<FakeAudioFormat> newFormat;
+};
+
+FakeRead SampleRead(std::vector<std::uint8_t> data);
+FakeRead TickRead();
+FakeRead FlagsRead(DWORD flags);
+
+class FakeSourceReader : public IMFSourceReader {
+ public:
+  static Microsoft::WRL::ComPtr<FakeSourceReader> Create();
+
+  // Script ------------------------------------------------------------------
+  // Creation: a failure code, or success without handing out a reader.
+  HRESULT createHr = S_OK;
+  bool createNothing = false;
+  // The source's audio type; none: the file has no audio stream.
+  std::optional<FakeAudioFormat> sourceAudio = FakeAudioFormat{};
+  // Client subtypes the decoder accepts.
+  std::vector<GUID> acceptedSubtypes = {MFAudioFormat_Float, MFAudioFormat_PCM};
+  // Changes the client type the decoder settles on (which starts as the
+  // source format with the asked subtype, its width, and the proposed mask).
+  std::function<void(FakeAudioFormat&)> adjustClient;
+  HRESULT setCurrentTypeHr = S_OK;   // a failure refuses every client type
+  HRESULT getCurrentTypeHr = S_OK;   // a failure for the audio stream's type
+  HRESULT selectionHr = S_OK;
+  HRESULT setPositionHr = S_OK;
+  // ReadSample answers in order; after the last, end of stream.
+  std::vector<FakeRead> reads;
+  // MF_PD_DURATION: the call's result, and the value of the given type.
+  HRESULT durationHr = S_OK;
+  VARTYPE durationType = VT_UI8;
+  ULONGLONG duration = 0;
+  // MF_SOURCE_READER_MEDIASOURCE_CHARACTERISTICS; none: attribute not found.
+  std::optional<ULONG> characteristics;
+
+  // Record ------------------------------------------------------------------
+  std::wstring url;
+  Microsoft::WRL::ComPtr<IMFAttributes> attributes;
+  Microsoft::WRL::ComPtr<IMFByteStream> byteStream;  // kept as a source would
+  std::vector<GUID> askedSubtypes;
+  std::vector<Microsoft::WRL::ComPtr<IMFMediaType>> proposedTypes;
+  std::vector<std::pair<DWORD, BOOL>> selections;
+  std::vector<LONGLONG> positions;
+  int readCalls = 0;
+
+  // A factory that hands out this reader (or the scripted creation failure).
+  windowsmediafoundation::SourceReaderFactory Factory();
+
+  // Descriptions of the objects handed out that someone besides this fake
+  // still references; empty when everything was released.
+  std::vector<std::string> UnreleasedObjects() const;
+  ULONG referenceCount() const { return refCount_.load(); }
+
+  // IUnknown
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
+  STDMETHODIMP_(ULONG) AddRef() override;
+  STDMETHODIMP_(ULONG) Release() override;
+  // IMFSourceReader
+  STDMETHODIMP GetStreamSelection(DWORD index, BOOL* selected) override;
+  STDMETHODIMP SetStreamSelection(DWORD index, BOOL selected) override;
+  STDMETHODIMP GetNativeMediaType(DWORD index, DWORD typeIndex, IMFMediaType** type) override;
+  STDMETHODIMP GetCurrentMediaType(DWORD index, IMFMediaType** type) override;
+  STDMETHODIMP SetCurrentMediaType(DWORD index, DWORD* reserved, IMFMediaType* type) override;
+  STDMETHODIMP SetCurrentPosition(REFGUID format, REFPROPVARIANT position) override;
+  STDMETHODIMP ReadSample(DWORD index, DWORD controlFlags, DWORD* actualIndex, DWORD* flags,
+                          LONGLONG* timestamp, IMFSample** sample) override;
+  STDMETHODIMP Flush(DWORD index) override;
+  STDMETHODIMP GetServiceForStream(DWORD index, REFGUID service, REFIID iid, void** object) override;
+  STDMETHODIMP GetPresentationAttribute(DWORD index, REFGUID key, PROPVARIANT* value) override;
+
+ private:
+  struct HandedOut {
+    Microsoft::WRL::ComPtr<IUnknown> object;
+    ULONG ownReferences;  // references left when only this fake holds it
+    std::string what;
+  };
+
+  FakeSourceReader() = default;
+  virtual ~FakeSourceReader() = default;
+
+  HRESULT MakeSample(const FakeRead& read, IMFSample** sample);
+  // Keeps a reference to an object handed out; once everyone else has let
+  // go, it has `ownReferences` (this fake's, and those of objects it keeps).
+  void Track(IUnknown* object, ULONG ownReferences, const std::string& what);
+
+  std::atomic<ULONG> refCount_{1};
+  std::optional<FakeAudioFormat> client_;  // the client type in force, once set
+  std::size_t nextRead_ = 0;
+  std::vector<HandedOut> handedOut_;
+};
+
+// Builds a media type with the format's attributes.
+Microsoft::WRL::ComPtr<IMFMediaType> MakeAudioType(const FakeAudioFormat& format);
+
+}  // namespace aurivox_test

@@ -1,0 +1,106 @@
+#include "MediaFixtures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <fstream>
+#include <iterator>
+
+namespace aurivox_test {
+
+std::wstring MediaFixtureFolder() {
+  // The folder is a Linux path; Wine maps the root of the Linux file system
+  // to drive Z:.
+  const std::string linux = AURIVOX_MEDIA_FIXTURES;
+  std::wstring windows = L"Z:";
+  for (const char c : linux) windows.push_back(c == '/' ? L'\\' : static_cast<wchar_t>(c));
+  return windows;
+}
+
+std::filesystem::path MediaFixturePath(const std::string& name) {
+  return std::filesystem::path(MediaFixtureFolder()) / name;
+}
+
+orxcore::WString MediaFixtureWPath(const std::string& name) {
+  const std::wstring path = MediaFixturePath(name).wstring();
+  return orxcore::WString(path.begin(), path.end());
+}
+
+std::vector<std::uint8_t> ReadMediaFixture(const std::string& name) {
+  std::ifstream in(MediaFixturePath(name), std::ios::binary);
+  return std::vector<std::uint8_t>(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+std::vector<float> SamplesAsFloat(const std::vector<std::uint8_t>& bytes, std::uint32_t bytesPerSample,
+                                  bool isFloat) {
+  std::vector<float> samples;
+  if (bytesPerSample == 0) return samples;
+  const std::size_t count = bytes.size() / bytesPerSample;
+  samples.reserve(count);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::uint8_t* sample = bytes.data() + i * bytesPerSample;
+    if (isFloat) {
+      float value;
+      std::memcpy(&value, sample, sizeof value);
+      samples.push_back(value);
+    } else if (bytesPerSample == 1) {
+      samples.push_back((sample[0] - 128) / 128.0f);
+    } else {
+      // Little-endian, sign taken from the top byte.
+      std::int64_t value = static_cast<std::int8_t>(sample[bytesPerSample - 1]);
+      for (int b = static_cast<int>(bytesPerSample) - 2; b >= 0; --b) value = value * 256 + sample[b];
+      samples.push_back(static_cast<float>(value / std::ldexp(1.0, 8 * static_cast<int>(bytesPerSample) - 1)));
+    }
+  }
+  return samples;
+}
+
+namespace {
+
+double Correlation(const std::vector<float>& decoded, const std::vector<float>& reference, std::uint32_t channels,
+                   std::int64_t lag, std::size_t first, std::size_t end) {
+  double sum = 0;
+  const std::size_t decodedFrames = decoded.size() / channels;
+  const std::size_t referenceFrames = reference.size() / channels;
+  for (std::size_t f = first; f < end; ++f) {
+    const std::int64_t d = static_cast<std::int64_t>(f) + lag;
+    if (d < 0 || static_cast<std::size_t>(d) >= decodedFrames || f >= referenceFrames) continue;
+    sum += double{decoded[static_cast<std::size_t>(d) * channels]} * reference[f * channels];
+  }
+  return sum;
+}
+
+}  // namespace
+
+AlignedComparison CompareAligned(const std::vector<float>& decoded, const std::vector<float>& reference,
+                                 std::uint32_t channels, std::int64_t maxLag, std::size_t skipFrames) {
+  AlignedComparison result;
+  if (channels == 0) return result;
+  const std::size_t referenceFrames = reference.size() / channels;
+  const std::size_t first = std::min(skipFrames, referenceFrames);
+  const std::size_t end = std::min<std::size_t>(referenceFrames, first + 32768);
+  double best = -1e300;
+  for (std::int64_t lag = -maxLag; lag <= maxLag; ++lag) {
+    const double score = Correlation(decoded, reference, channels, lag, first, end);
+    if (score > best) {
+      best = score;
+      result.lag = lag;
+    }
+  }
+  const std::size_t decodedFrames = decoded.size() / channels;
+  double squares = 0;
+  for (std::size_t f = first; f < referenceFrames; ++f) {
+    const std::int64_t d = static_cast<std::int64_t>(f) + result.lag;
+    if (d < 0 || static_cast<std::size_t>(d) >= decodedFrames) continue;
+    for (std::uint32_t n = 0; n < channels; ++n) {
+      const double difference = double{decoded[static_cast<std::size_t>(d) * channels + n]} - reference[f * channels + n];
+      squares += difference * difference;
+      result.maxDifference = std::max(result.maxDifference, std::fabs(difference));
+    }
+    ++result.overlapFrames;
+  }
+  if (result.overlapFrames) result.rmsDifference = std::sqrt(squares / (result.overlapFrames * channels));
+  return result;
+}
+
+}  // namespace aurivox_test
