@@ -1,10 +1,13 @@
 #include "FuzzSupport.h"
 
+#include <dirent.h>
 #include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <string>
+#include <string_view>
 
 namespace aurivox_fuzz {
 
@@ -41,5 +44,40 @@ void WriteFile(const std::filesystem::path& path, const std::uint8_t* data, std:
 }
 
 orxcore::WString ToWString(const std::filesystem::path& path) { return orxcore::UTF8to16(path.u8string()); }
+
+OpenFileCounter::OpenFileCounter(const std::filesystem::path& folder)
+    : prefix_(std::filesystem::weakly_canonical(folder).string() + "/") {}
+
+int OpenFileCounter::Count() const {
+  // Plain readdir and readlink: this runs after most operations of a target.
+  DIR* descriptors = ::opendir("/proc/self/fd");
+  FUZZ_CHECK(descriptors != nullptr);
+  int count = 0;
+  char target[4096];
+  while (const dirent* entry = ::readdir(descriptors)) {
+    const ssize_t length = ::readlinkat(::dirfd(descriptors), entry->d_name, target, sizeof target);
+    // A deleted file's link reads "<path> (deleted)", still under the folder.
+    if (length > 0 && std::string_view(target, static_cast<std::size_t>(length)).rfind(prefix_, 0) == 0) {
+      ++count;
+    }
+  }
+  ::closedir(descriptors);
+  return count;
+}
+
+std::uint16_t ByteReader::U16() {
+  const std::uint16_t low = Byte();
+  return static_cast<std::uint16_t>(low | Byte() << 8);
+}
+
+std::uint32_t ByteReader::U32() {
+  const std::uint32_t low = U16();
+  return low | std::uint32_t{U16()} << 16;
+}
+
+std::uint64_t ByteReader::U64() {
+  const std::uint64_t low = U32();
+  return low | std::uint64_t{U32()} << 32;
+}
 
 }  // namespace aurivox_fuzz

@@ -1,5 +1,6 @@
 // Shared pieces of the fuzz targets: a failing check that libFuzzer reports
-// as a crash, big-endian fields, and a scratch folder removed at exit.
+// as a crash, big-endian fields, a reader of decoded inputs, and a scratch
+// folder removed at exit.
 #pragma once
 
 #include <cstddef>
@@ -26,5 +27,38 @@ const std::filesystem::path& ScratchFolder();
 void WriteFile(const std::filesystem::path& path, const std::uint8_t* data, std::size_t size);
 
 orxcore::WString ToWString(const std::filesystem::path& path);
+
+// Counts the descriptors of this process that name a file inside one folder,
+// deleted files included.
+class OpenFileCounter {
+ public:
+  explicit OpenFileCounter(const std::filesystem::path& folder);
+  int Count() const;
+
+ private:
+  std::string prefix_;  // the folder as the kernel names it, with a final "/"
+};
+
+// Takes fields from the front of an input, so that fuzz/make-seeds can write
+// inputs that mean something. Fields past the end read as zero bytes.
+class ByteReader {
+ public:
+  ByteReader(const std::uint8_t* data, std::size_t size) : data_(data), size_(size) {}
+
+  bool empty() const { return offset_ >= size_; }
+
+  std::uint8_t Byte() { return empty() ? 0 : data_[offset_++]; }
+  // Little-endian.
+  std::uint16_t U16();
+  std::uint32_t U32();
+  std::uint64_t U64();
+  // A byte modulo `count` (1 to 256).
+  unsigned Below(unsigned count) { return Byte() % count; }
+
+ private:
+  const std::uint8_t* data_;
+  std::size_t size_;
+  std::size_t offset_ = 0;
+};
 
 }  // namespace aurivox_fuzz
