@@ -111,7 +111,7 @@ bool IsRateText(const std::string& text) {
 
 void CheckRate(const std::string& text, std::uint32_t numerator, std::uint32_t denominator) {
   if (denominator == 0) {
-    FUZZ_CHECK(text == "inf");  // the numerator is not 0 either, or there were no rate part
+    FUZZ_CHECK(text == "inf");  // 0 / 0 has no rate part: the two are equal
     return;
   }
   FUZZ_CHECK(IsRateText(text));
