@@ -11,6 +11,6 @@ function(aurivox_add_test name)
   gtest_discover_tests(${name}
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 120
-    PROPERTIES TIMEOUT 300 ${ARG_PROPERTIES}
+    PROPERTIES TIMEOUT 120 ${ARG_PROPERTIES}
     WORKING_DIRECTORY ${CMAKE_CURRENT_BINARY_DIR})
 endfunction()

@@ -26,6 +26,8 @@ int Fail(const std::string& message);
 int UsageError(const char* command, const std::string& message);
 
 // The commands, one file each.
+int RunProbe(const Arguments& args);
+int RunDecode(const Arguments& args);
 int RunSegments(const Arguments& args);
 
 }  // namespace aurivox_tool

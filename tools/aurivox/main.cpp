@@ -13,6 +13,8 @@ namespace {
 
 // Each command is defined in its own file; add it here to make it reachable.
 const Command kCommands[] = {
+    {"probe", "show the audio format, length and codec of a file", RunProbe},
+    {"decode", "decode a file's audio to a WAVE file", RunDecode},
     {"segments", "list the segment files of a split camera recording", RunSegments},
 };
 

@@ -45,7 +45,7 @@ void MFReader::ReleaseAll() {
   videoType_.Reset();
   clientAudioType_.Reset();
   sourceAudioType_.Reset();
-  reader_.Reset();
+  ReleaseReader();
   byteStream_.Reset();
   hasAudio_ = false;
   hasVideo_ = false;
@@ -91,6 +91,19 @@ bool MFReader::OpenFromStream(const std::shared_ptr<StreamInterface>& stream, Op
   return FinishOpen(hr, status, wantAudio);
 }
 
+// Wine's media source crashes when it is shut down while it restarts after a
+// seek, and every open ends with one. A read waits for the restart; it costs
+// one decoded buffer, and only when nothing was read since the seek.
+void MFReader::ReleaseReader() {
+  if (reader_ && restartPending_ && hasAudio_) {
+    DWORD flags = 0;
+    ComPtr<IMFSample> sample;
+    reader_->ReadSample(MF_SOURCE_READER_FIRST_AUDIO_STREAM, 0, nullptr, &flags, nullptr, &sample);
+  }
+  restartPending_ = false;
+  reader_.Reset();
+}
+
 bool MFReader::FinishOpen(HRESULT created, OpenStatus& status, bool wantAudio) {
   if (FAILED(created)) {
     reader_.Reset();
@@ -117,7 +130,9 @@ bool MFReader::SetUpStreams(OpenStatus& status, bool wantAudio) {
   if (hasAudio_) result = SetupAudio();
   if (SUCCEEDED(result) && hasAudio_) PrimeAudio();
   // A failed audio set-up stays the result; otherwise the rewind decides.
-  if (SUCCEEDED(result)) result = Seek(0);
+  // With no stream set up there is nothing to rewind, and Wine's source,
+  // restarted with nothing to read, crashes when released during the restart.
+  if (SUCCEEDED(result) && (hasAudio_ || hasVideo_)) result = Seek(0);
   if (FAILED(result)) {
     status.statusClass = kOpenStatusReaderFailed;
     ReportOpenFailure(status, result);

@@ -100,6 +100,7 @@ class MFReader {
 
  private:
   void ReleaseAll();
+  void ReleaseReader();
   bool FinishOpen(HRESULT created, OpenStatus& status, bool wantAudio);
   bool SetUpStreams(OpenStatus& status, bool wantAudio);
   void PrimeAudio();
@@ -122,6 +123,8 @@ class MFReader {
   bool endOfStream_ = false;
   std::int64_t samplesDelivered_ = 0;
   PendingAudio pendingAudio_;
+  // A seek succeeded and no read has waited for the source to restart.
+  bool restartPending_ = false;
 
   // Video path state, filled by the video set-up once it exists.
   Microsoft::WRL::ComPtr<IMFMediaType> videoType_;

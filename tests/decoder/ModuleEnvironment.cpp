@@ -1,0 +1,24 @@
+// The host starts the module before it makes decoders and stops it after the
+// last one is gone; every test process does the same.
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include "aurivox/Aurivox.h"
+
+namespace {
+
+class ModuleEnvironment : public ::testing::Environment {
+ public:
+  void SetUp() override { Aurivox::Initialize(); }
+  void TearDown() override {
+    // Wine's media sources finish closing on GStreamer threads after their
+    // last release; shutting down and exiting at once crashes the process now
+    // and then under load.
+    Sleep(100);
+    Aurivox::Terminate();
+  }
+};
+
+const auto* const kEnvironment = ::testing::AddGlobalTestEnvironment(new ModuleEnvironment);
+
+}  // namespace
