@@ -16,7 +16,9 @@ struct SourceReaderFactory {
       fromByteStream;
 };
 
-// MFCreateSourceReaderFromURL and MFCreateSourceReaderFromByteStream.
+// MFCreateSourceReaderFromURL and MFCreateSourceReaderFromByteStream, each
+// given up with HRESULT_FROM_WIN32(ERROR_TIMEOUT) when it does not return
+// within half a minute.
 const SourceReaderFactory& MediaFoundationSourceReaderFactory();
 
 // The factory readers use now: the innermost ScopedSourceReaderFactory, else
