@@ -62,12 +62,12 @@ void MFReader::ReleaseAll() {
   frameDuration_ = 0;
   canSeek_ = false;
   clientVideoSubtype_ = GUID_NULL;
-  rgbOnly_ = false;
   pixelAspectRatio_ = 0;
+  convertsVideo_ = false;
+  nextVideoFrame_ = 0;
 }
 
-bool MFReader::OpenFromPath(const orxcore::WString& path, OpenStatus& status, bool /*wantVideo*/,
-                            bool wantAudio) {
+bool MFReader::OpenFromPath(const orxcore::WString& path, OpenStatus& status, bool wantVideo, bool wantAudio) {
   ReleaseAll();
   status = OpenStatus();
   ComPtr<IMFAttributes> attributes;
@@ -75,11 +75,11 @@ bool MFReader::OpenFromPath(const orxcore::WString& path, OpenStatus& status, bo
   if (SUCCEEDED(hr)) {
     hr = CurrentSourceReaderFactory().fromURL(orxcore::AsWide(path), attributes.Get(), &reader_);
   }
-  return FinishOpen(hr, status, wantAudio);
+  return FinishOpen(hr, status, wantVideo, wantAudio);
 }
 
 bool MFReader::OpenFromStream(const std::shared_ptr<StreamInterface>& stream, OpenStatus& status,
-                              bool /*wantVideo*/, bool wantAudio) {
+                              bool wantVideo, bool wantAudio) {
   ReleaseAll();
   status = OpenStatus();
   ComPtr<IMFAttributes> attributes;
@@ -88,33 +88,34 @@ bool MFReader::OpenFromStream(const std::shared_ptr<StreamInterface>& stream, Op
   if (SUCCEEDED(hr)) {
     hr = CurrentSourceReaderFactory().fromByteStream(byteStream_.Get(), attributes.Get(), &reader_);
   }
-  return FinishOpen(hr, status, wantAudio);
+  return FinishOpen(hr, status, wantVideo, wantAudio);
 }
 
 // Wine's media source crashes when it is shut down while it restarts after a
 // seek, and every open ends with one. A read waits for the restart; it costs
 // one decoded buffer, and only when nothing was read since the seek.
 void MFReader::ReleaseReader() {
-  if (reader_ && restartPending_ && hasAudio_) {
+  if (reader_ && restartPending_ && (hasAudio_ || hasVideo_)) {
     DWORD flags = 0;
     ComPtr<IMFSample> sample;
-    reader_->ReadSample(MF_SOURCE_READER_FIRST_AUDIO_STREAM, 0, nullptr, &flags, nullptr, &sample);
+    reader_->ReadSample(hasAudio_ ? MF_SOURCE_READER_FIRST_AUDIO_STREAM : MF_SOURCE_READER_FIRST_VIDEO_STREAM, 0,
+                        nullptr, &flags, nullptr, &sample);
   }
   restartPending_ = false;
   reader_.Reset();
 }
 
-bool MFReader::FinishOpen(HRESULT created, OpenStatus& status, bool wantAudio) {
+bool MFReader::FinishOpen(HRESULT created, OpenStatus& status, bool wantVideo, bool wantAudio) {
   if (FAILED(created)) {
     reader_.Reset();
     status.statusClass = kOpenStatusReaderFailed;
     ReportOpenFailure(status, created);
     return false;
   }
-  return SetUpStreams(status, wantAudio);
+  return SetUpStreams(status, wantVideo, wantAudio);
 }
 
-bool MFReader::SetUpStreams(OpenStatus& status, bool wantAudio) {
+bool MFReader::SetUpStreams(OpenStatus& status, bool wantVideo, bool wantAudio) {
   if (!reader_) {
     status.statusClass = kOpenStatusNoReader;
     ReportOpenFailure(status, E_POINTER);
@@ -123,16 +124,24 @@ bool MFReader::SetUpStreams(OpenStatus& status, bool wantAudio) {
   if (wantAudio) {
     hasAudio_ = reader_->GetCurrentMediaType(MF_SOURCE_READER_FIRST_AUDIO_STREAM, &sourceAudioType_) == S_OK;
   }
+  if (wantVideo) {
+    hasVideo_ = reader_->GetCurrentMediaType(MF_SOURCE_READER_FIRST_VIDEO_STREAM, &videoType_) == S_OK;
+  }
   // Every stream off; each set-up selects its own. A reader that cannot
   // deselect still delivers the selected stream, so the answer is not used.
   reader_->SetStreamSelection(MF_SOURCE_READER_ALL_STREAMS, FALSE);
   HRESULT result = S_OK;
   if (hasAudio_) result = SetupAudio();
+  if (hasVideo_) hasVideo_ = ReadVideoGeometry();
+  // The video set-up's result replaces the audio's: a file whose audio
+  // failed still opens for its video.
+  if (hasVideo_) result = SetupVideo();
   if (SUCCEEDED(result) && hasAudio_) PrimeAudio();
-  // A failed audio set-up stays the result; otherwise the rewind decides.
+  // A failed set-up stays the result; otherwise the rewind decides.
   // With no stream set up there is nothing to rewind, and Wine's source,
   // restarted with nothing to read, crashes when released during the restart.
   if (SUCCEEDED(result) && (hasAudio_ || hasVideo_)) result = Seek(0);
+  if (SUCCEEDED(result)) nextVideoFrame_ = 0;
   if (FAILED(result)) {
     status.statusClass = kOpenStatusReaderFailed;
     ReportOpenFailure(status, result);

@@ -1,6 +1,7 @@
 // One Media Foundation source reader opened on one media file, from its path
 // or through an MFByteStream over a StreamInterface, that delivers the first
-// audio stream uncompressed, one buffer a channel.
+// audio stream uncompressed, one buffer a channel, and the first video stream
+// as UYVY or RGB32 frames.
 #pragma once
 
 #include <guiddef.h>
@@ -9,6 +10,7 @@
 #include <mftransform.h>
 #include <wrl/client.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 
@@ -43,10 +45,10 @@ class MFReader {
 
   // Opens a file by path, or through an MFByteStream over `stream`, after
   // releasing whatever an earlier open left; resets `status` first. Sets up
-  // the first audio stream when `wantAudio` (the video set-up is not part of
-  // this reader yet, so hasVideo() stays false), primes it and rewinds.
-  // Returns hasAudio() || hasVideo(). A failure fills `status`; a file
-  // without audio returns false with a fine status.
+  // the first audio stream when `wantAudio` and the first video stream when
+  // `wantVideo`, primes the audio and rewinds. Returns hasAudio() ||
+  // hasVideo(). A failure fills `status`; a file without the wanted streams
+  // returns false with a fine status.
   bool OpenFromPath(const orxcore::WString& path, OpenStatus& status, bool wantVideo, bool wantAudio);
   bool OpenFromStream(const std::shared_ptr<StreamInterface>& stream, OpenStatus& status, bool wantVideo,
                       bool wantAudio);
@@ -80,6 +82,59 @@ class MFReader {
   // Asks whether the source seeks quickly; sets canSeek().
   HRESULT CanSeek();
 
+  // Video ---------------------------------------------------------------------
+  // Whether the next video set-up asks for RGB32 only, instead of UYVY first
+  // and RGB32 second. Kept across opens; takes effect at the next open or
+  // SetupVideo().
+  void SetDeliverRgbOnly(bool rgbOnly) { rgbOnly_ = rgbOnly; }
+  bool deliverRgbOnly() const { return rgbOnly_; }
+
+  // Negotiates the client video type (UYVY or RGB32) for the current video
+  // type, then runs SetupResizer(). A failure clears hasVideo().
+  HRESULT SetupVideo();
+
+  // Creates the video processing transform, which converts the decoded
+  // frames when the source reader cannot deliver the client format itself;
+  // reads the client frame rate and pixel aspect ratio, asks CanSeek() and
+  // selects the video stream. A transform that cannot be created is traced
+  // and only fails the set-up when the frames need converting.
+  HRESULT SetupResizer();
+
+  // Copies up to `count` consecutive frames, the first being frame
+  // `position` (seeking when it is not the next one), into `destination`:
+  // frame i starts at byte i x videoFrameBytes(), its rows top-down and
+  // videoFrameBytes() / frameHeight() bytes apart. RGB32 pixels have their
+  // top byte inverted (Media Foundation's unused 0x00 becomes an opaque
+  // 0xFF). On return `count` holds the frames copied, fewer at the end of the
+  // stream; on a failure nothing more is copied and `count` holds the frames
+  // copied before it.
+  HRESULT ReadVideoFrames(std::int64_t position, std::int32_t& count, std::uint8_t* destination,
+                          std::size_t destinationSize);
+
+  // The duration in frames at the frame rate; 0 when unknown.
+  std::int64_t GetEstimatedVideoFrameCount();
+
+  // Readable name of the video encoding with its frame size and rate.
+  orxcore::WString GetVideoFormatDescription() const;
+
+  std::uint32_t frameWidth() const { return static_cast<std::uint32_t>(frameSize_ >> 32); }
+  std::uint32_t frameHeight() const { return static_cast<std::uint32_t>(frameSize_); }
+  std::uint32_t frameRateNumerator() const { return static_cast<std::uint32_t>(frameRate_ >> 32); }
+  std::uint32_t frameRateDenominator() const { return static_cast<std::uint32_t>(frameRate_); }
+  // Numerator / denominator; 0 without a denominator.
+  double frameRate() const;
+  std::int64_t frameDuration() const { return frameDuration_; }
+  std::uint32_t pixelAspectNumerator() const { return static_cast<std::uint32_t>(pixelAspectRatio_ >> 32); }
+  std::uint32_t pixelAspectDenominator() const { return static_cast<std::uint32_t>(pixelAspectRatio_); }
+  double pixelAspectRatio() const;
+  // MFVideoFormat_UYVY or MFVideoFormat_RGB32 once set up, else GUID_NULL.
+  const GUID& clientVideoSubtype() const { return clientVideoSubtype_; }
+  // Bytes of one frame as ReadVideoFrames() lays it out; 0 without video.
+  std::uint32_t videoFrameBytes() const;
+  bool hasResizer() const { return resizer_ != nullptr; }
+  // The transform converts the frames (the source reader could not).
+  bool convertsVideo() const { return convertsVideo_; }
+
   // The source's own audio encoding (MF_MT_SUBTYPE), GUID_NULL without one.
   GUID GetSubAudioFormatType() const;
   // Readable name of the source's audio encoding.
@@ -101,13 +156,23 @@ class MFReader {
  private:
   void ReleaseAll();
   void ReleaseReader();
-  bool FinishOpen(HRESULT created, OpenStatus& status, bool wantAudio);
-  bool SetUpStreams(OpenStatus& status, bool wantAudio);
+  bool FinishOpen(HRESULT created, OpenStatus& status, bool wantVideo, bool wantAudio);
+  bool SetUpStreams(OpenStatus& status, bool wantVideo, bool wantAudio);
   void PrimeAudio();
   HRESULT SetupAudioStream();
   HRESULT NegotiateClientAudioType(const GUID& sourceSubtype);
   HRESULT ReadClientAudioFormat();
   HRESULT AppendSampleData(IMFSample* sample);
+  bool ReadVideoGeometry();
+  HRESULT SetupVideoStream();
+  void NegotiateReaderVideoType();
+  HRESULT ConfigureVideoConversion();
+  HRESULT SetupResizerStream();
+  HRESULT ReadClientVideoFormat();
+  HRESULT SeekToFrame(std::int64_t position);
+  HRESULT ReadNextVideoFrame(std::int64_t firstWanted, Microsoft::WRL::ComPtr<IMFSample>& frame, bool& ended);
+  HRESULT AdoptVideoTypeChange();
+  std::int64_t FrameIndexAt(LONGLONG time) const;
 
   Microsoft::WRL::ComPtr<IMFSourceReader> reader_;
   Microsoft::WRL::ComPtr<IMFByteStream> byteStream_;
@@ -126,7 +191,7 @@ class MFReader {
   // A seek succeeded and no read has waited for the source to restart.
   bool restartPending_ = false;
 
-  // Video path state, filled by the video set-up once it exists.
+  // Video path state.
   Microsoft::WRL::ComPtr<IMFMediaType> videoType_;
   std::uint64_t frameSize_ = 0;  // width << 32 | height
   std::uint64_t frameRate_ = 0;  // numerator << 32 | denominator
@@ -137,6 +202,8 @@ class MFReader {
   bool rgbOnly_ = false;
   std::uint64_t pixelAspectRatio_ = 0;  // numerator << 32 | denominator
   Microsoft::WRL::ComPtr<IMFTransform> resizer_;
+  bool convertsVideo_ = false;
+  std::int64_t nextVideoFrame_ = 0;  // the frame that the next read delivers
 };
 
 }  // namespace windowsmediafoundation
