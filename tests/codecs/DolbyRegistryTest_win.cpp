@@ -5,41 +5,23 @@
 #include <gtest/gtest.h>
 
 #include "DolbyWarning.h"
+#include "MediaFeaturesSwitch.h"
 #include "RecordingErrorSuite.h"
 #include "orxcore/Guid.h"
 
 namespace Aurivox {
 namespace {
 
-constexpr char kMediaFeaturesKey[] =
-    "SOFTWARE\\Microsoft\\Windows\\CurrentVersion\\Setup\\WindowsFeatures\\WindowsMediaVersion";
-
-class MediaFeaturesKey {
- public:
-  MediaFeaturesKey() {
-    HKEY key = nullptr;
-    created_ = RegCreateKeyExA(HKEY_LOCAL_MACHINE, kMediaFeaturesKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key,
-                               nullptr) == ERROR_SUCCESS;
-    if (created_) RegCloseKey(key);
-  }
-  ~MediaFeaturesKey() { RegDeleteKeyA(HKEY_LOCAL_MACHINE, kMediaFeaturesKey); }
-  bool created() const { return created_; }
-
- private:
-  bool created_ = false;
-};
-
 TEST(DolbyRegistry, KeyPresentMeansNothingSentButTheFileIsRecorded) {
   aurivox_test::RecordingErrorSuite recorder;
   const orxcore::WString path = u"C:\\clips\\" + orxcore::Guid::CreateUnique().AsString() + u".mp4";
-  {
-    MediaFeaturesKey key;
-    ASSERT_TRUE(key.created());
-    EXPECT_TRUE(MediaFeaturesPresent());
-    WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder.suite(), 0);
-    EXPECT_TRUE(recorder.events().empty());
-  }
-  EXPECT_FALSE(MediaFeaturesPresent());
+  aurivox_test::MediaFeaturesSwitch features(true);
+  ASSERT_TRUE(MediaFeaturesPresent());
+  WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder.suite(), 0);
+  EXPECT_TRUE(recorder.events().empty());
+
+  features.Set(false);
+  ASSERT_FALSE(MediaFeaturesPresent());
   WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder.suite(), 0);
   EXPECT_TRUE(recorder.events().empty()) << "the file was recorded while the key was present";
 

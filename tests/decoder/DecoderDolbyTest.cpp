@@ -6,6 +6,7 @@
 #include <mferror.h>
 
 #include "FakeSourceReader.h"
+#include "MediaFeaturesSwitch.h"
 #include "RecordingErrorSuite.h"
 #include "SourceReaderFactory.h"
 #include "aurivox/Decoder.h"
@@ -34,6 +35,7 @@ class DecoderDolbyTest : public ::testing::Test {
     return decoder.Open(path, nullptr);
   }
 
+  aurivox_test::MediaFeaturesSwitch featuresAbsent_{false};
   Microsoft::WRL::ComPtr<FakeSourceReader> fake_ = FakeSourceReader::Create();
   ScopedSourceReaderFactory factory_{fake_->Factory()};
   RecordingErrorSuite recorder_;
