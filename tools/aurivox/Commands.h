@@ -29,5 +29,6 @@ int UsageError(const char* command, const std::string& message);
 int RunProbe(const Arguments& args);
 int RunDecode(const Arguments& args);
 int RunSegments(const Arguments& args);
+int RunCheck(const Arguments& args);
 
 }  // namespace aurivox_tool

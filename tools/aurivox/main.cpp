@@ -16,6 +16,7 @@ const Command kCommands[] = {
     {"probe", "show the audio format, length and codec of a file", RunProbe},
     {"decode", "decode a file's audio to a WAVE file", RunDecode},
     {"segments", "list the segment files of a split camera recording", RunSegments},
+    {"check", "open and read files to the end, and say how each one ended", RunCheck},
 };
 
 void PrintUsage(std::FILE* out) {
