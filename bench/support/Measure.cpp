@@ -36,6 +36,19 @@ double Median(std::vector<double> values) {
 
 }  // namespace
 
+std::vector<double> MedianSecondsPerRun(const std::vector<std::function<void()>>& runs, int rounds) {
+  std::vector<std::vector<double>> samples(runs.size());
+  for (int round = 0; round < rounds; ++round) {
+    for (std::size_t k = 0; k < runs.size(); ++k) {
+      const std::size_t i = (k + static_cast<std::size_t>(round)) % runs.size();
+      samples[i].push_back(NanosecondsPerCall(runs[i], 1) / 1e9);
+    }
+  }
+  std::vector<double> medians;
+  for (auto& s : samples) medians.push_back(Median(std::move(s)));
+  return medians;
+}
+
 std::vector<double> MedianNanosecondsPerCall(const std::vector<std::function<void()>>& calls,
                                              const MeasureOptions& options) {
   std::vector<std::int64_t> repetitions;

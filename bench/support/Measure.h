@@ -19,4 +19,9 @@ struct MeasureOptions {
 std::vector<double> MedianNanosecondsPerCall(const std::vector<std::function<void()>>& calls,
                                              const MeasureOptions& options = {});
 
+// For work that takes a good part of a second or more, once a round: the
+// median seconds of each of `runs`, in the same order. Each round runs every
+// candidate once, starting with a different one each time.
+std::vector<double> MedianSecondsPerRun(const std::vector<std::function<void()>>& runs, int rounds);
+
 }  // namespace bench

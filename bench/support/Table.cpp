@@ -1,16 +1,20 @@
 #include "Table.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cstdio>
+#include <cstdlib>
 #include <ostream>
 #include <utility>
 
 namespace bench {
 namespace {
 
+// A number and nothing else ("10 min" is text).
 bool LooksNumeric(const std::string& cell) {
-  return !cell.empty() && (std::isdigit(static_cast<unsigned char>(cell[0])) || cell[0] == '-');
+  if (cell.empty()) return false;
+  char* end = nullptr;
+  std::strtod(cell.c_str(), &end);
+  return end == cell.c_str() + cell.size();
 }
 
 }  // namespace
@@ -48,6 +52,12 @@ std::string Fixed(double value, int decimals) {
   char text[64];
   std::snprintf(text, sizeof text, "%.*f", decimals, value);
   return text;
+}
+
+void PrintSummaryRow(std::ostream& out, const std::vector<std::string>& cells) {
+  out << "@summary";
+  for (const std::string& cell : cells) out << '\t' << cell;
+  out << '\n';
 }
 
 }  // namespace bench

@@ -22,4 +22,9 @@ class Table {
 // `value` with `decimals` digits after the point.
 std::string Fixed(double value, int decimals);
 
+// One row for the summary table that ./scripts/bench gathers from every
+// benchmark: benchmark, case, figure, reference figure, ratio. Printed as a
+// tab-separated line that starts with "@summary".
+void PrintSummaryRow(std::ostream& out, const std::vector<std::string>& cells);
+
 }  // namespace bench

@@ -1,0 +1,312 @@
+// aurivox-bench MEDIA_FOLDER [--only overhead|split|memory] [--rounds N]
+// The decoder on long files, each figure beside a reference measured in the
+// same run:
+//   overhead  Decoder::ReadAudio over a 10-minute stereo AAC file and
+//             10-minute 5.1 WAVE files (16-bit and float) vs a bare
+//             source-reader loop in the same client type;
+//   split     decoding the 5.1 WAVE file cut into 3 and 30 segments of a
+//             camera recording vs decoding the file itself;
+//   memory    peak memory while decoding a 60-minute 5.1 float file vs a
+//             10-minute one, each in a fresh process.
+// MEDIA_FOLDER holds the files ./scripts/bench makes with FFmpeg.
+#include <windows.h>
+#include <mfapi.h>
+#include <shellapi.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <filesystem>
+#include <functional>
+#include <iostream>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "BareReader.h"
+#include "ProcessMemory.h"
+#include "aurivox/Aurivox.h"
+#include "aurivox/Decoder.h"
+#include "support/Measure.h"
+#include "support/SplitRecording.h"
+#include "support/Table.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr wchar_t kStereoAac[] = L"stereo-aac-10min.m4a";
+constexpr wchar_t kSurroundWave[] = L"surround51-s16-10min.wav";
+constexpr wchar_t kFloat10[] = L"surround51-f32-10min.wav";
+constexpr wchar_t kFloat60[] = L"surround51-f32-60min.wav";
+constexpr std::uint32_t kBlockFrames = 4096;
+
+struct Decoded {
+  std::int64_t frames = 0;
+  std::uint32_t channels = 0;
+  std::uint32_t width = 0;  // bytes a sample
+  std::uint32_t rate = 0;
+  int result = -1;
+};
+
+std::uint32_t SampleWidth(std::int32_t sampleType) {
+  switch (sampleType) {
+    case 10: return 1;
+    case 20: return 2;
+    case 30: return 3;
+    default: return 4;
+  }
+}
+
+orxcore::WString Wide(const fs::path& path) {
+  const std::wstring text = path.wstring();
+  return orxcore::WString(text.begin(), text.end());
+}
+
+// Opens and closes `path` with the exported decoder, reading nothing: the
+// fixed part of a decode's cost.
+int OpenAndClose(const fs::path& path) {
+  Aurivox::Decoder decoder;
+  return decoder.Open(Wide(path), nullptr);
+}
+
+// Reads the reported length of `path` through the exported decoder, as a
+// host does.
+Decoded DecodeWithDecoder(const fs::path& path) {
+  Decoded out;
+  Aurivox::Decoder decoder;
+  out.result = decoder.Open(Wide(path), nullptr);
+  if (out.result != Aurivox::kResultSuccess) return out;
+  orxmediatypes::AudioFormat format;
+  decoder.GetAudioFormat(format);
+  out.channels = format.GetChannelCount();
+  out.width = SampleWidth(format.GetSampleType());
+  out.rate = format.GetSampleRate();
+  std::vector<std::vector<float>> channels(out.channels, std::vector<float>(kBlockFrames));
+  std::vector<float*> pointers;
+  for (auto& channel : channels) pointers.push_back(channel.data());
+  const std::int64_t total = decoder.GetDuration();
+  while (out.frames < total) {
+    imImportAudioRec7 request{};
+    request.size = static_cast<std::uint32_t>(std::min<std::int64_t>(kBlockFrames, total - out.frames));
+    request.position = out.frames;
+    request.buffer = pointers.data();
+    out.result = decoder.ReadAudio(&request);
+    if (out.result != Aurivox::kResultSuccess) break;
+    out.frames += request.size;
+  }
+  return out;
+}
+
+std::string Seconds(double seconds) { return bench::Fixed(seconds, 2); }
+
+void MeasureOverhead(const fs::path& media, int rounds) {
+  struct Case {
+    const wchar_t* file;
+    GUID subtype;
+    const char* name;
+  };
+  const Case cases[] = {{kStereoAac, MFAudioFormat_Float, "10 min stereo AAC, float"},
+                        {kSurroundWave, MFAudioFormat_PCM, "10 min 5.1 WAVE, 16-bit PCM"},
+                        {kFloat10, MFAudioFormat_Float, "10 min 5.1 WAVE, float, 22.05 kHz"}};
+  std::cout << "Decoder overhead: Decoder::ReadAudio in " << kBlockFrames
+            << "-frame blocks, open included, vs a bare IMFSourceReader\nloop in the same client type that copies "
+            << "each buffer out once; median of " << rounds
+            << " interleaved rounds;\nx bare = decoder time / bare reader time (target at most 1.05)\n\n";
+  bench::Table table({"file", "code", "s", "x realtime", "MB delivered", "x bare"});
+  for (const Case& c : cases) {
+    const fs::path path = media / c.file;
+    Decoded decoded;
+    std::int64_t bareBytes = 0;
+    int opened = -1;
+    const std::vector<double> seconds = bench::MedianSecondsPerRun(
+        {[&] { bareBytes = bench::DecodeWithBareReader(path.wstring(), c.subtype); },
+         [&] { decoded = DecodeWithDecoder(path); }, [&] { opened = OpenAndClose(path); }},
+        rounds);
+    const double decoderBytes = double(decoded.frames) * decoded.channels * decoded.width;
+    const double audioSeconds = decoded.rate ? double(decoded.frames) / decoded.rate : 0;
+    if (bareBytes <= 0 || decoded.result != Aurivox::kResultSuccess) {
+      std::cout << "  " << c.name << ": decoding failed (bare " << bareBytes << " bytes, decoder result "
+                << decoded.result << ")\n";
+      continue;
+    }
+    table.AddRow({c.name, "bare IMFSourceReader (reference)", Seconds(seconds[0]),
+                  bench::Fixed(audioSeconds / seconds[0], 0), bench::Fixed(bareBytes / 1e6, 1), "1.000"});
+    table.AddRow({c.name, "Decoder::ReadAudio", Seconds(seconds[1]), bench::Fixed(audioSeconds / seconds[1], 0),
+                  bench::Fixed(decoderBytes / 1e6, 1), bench::Fixed(seconds[1] / seconds[0], 3)});
+    table.AddRow({c.name, opened == 0 ? "of which Decoder open + close" : "Decoder open FAILED", Seconds(seconds[2]),
+                  "-", "-", bench::Fixed(seconds[2] / seconds[0], 3)});
+    bench::PrintSummaryRow(std::cout, {"decoder overhead (Windows)", c.name, Seconds(seconds[1]) + " s",
+                                       Seconds(seconds[0]) + " s bare reader",
+                                       bench::Fixed(seconds[1] / seconds[0], 3) + " x time (target <= 1.05)"});
+  }
+  table.Print(std::cout);
+  std::cout << "\n";
+}
+
+void MeasureSplitDecode(const fs::path& media, int rounds) {
+  const fs::path source = media / kSurroundWave;
+  const bench::SplitRecording three = bench::MakeSplitRecording(source, 3, media / "split-3");
+  const bench::SplitRecording thirty = bench::MakeSplitRecording(source, 30, media / "split-30");
+  if (three.segments.empty() || thirty.segments.empty()) {
+    std::cout << "split: cannot cut " << source.string() << " into segments\n";
+    return;
+  }
+  const auto asPath = [](const orxcore::WString& text) { return fs::path(std::wstring(text.begin(), text.end())); };
+  std::cout << "Split recordings: decoding the 10 min 5.1 WAVE file through the first segment of a camera\n"
+            << "recording that holds it in 3 and in 30 segment files, vs the file itself; median of " << rounds
+            << " rounds;\nx one file = time / time of the unsplit file\n\n";
+  bench::Table table({"source", "s", "frames", "x one file"});
+  Decoded whole, split3, split30;
+  const std::vector<double> seconds = bench::MedianSecondsPerRun(
+      {[&] { whole = DecodeWithDecoder(source); }, [&] { split3 = DecodeWithDecoder(asPath(three.firstSegment)); },
+       [&] { split30 = DecodeWithDecoder(asPath(thirty.firstSegment)); }},
+      rounds);
+  const Decoded* results[] = {&whole, &split3, &split30};
+  const char* names[] = {"unsplit file (reference)", "3 segments", "30 segments"};
+  for (std::size_t i = 0; i < 3; ++i) {
+    const bool ok = results[i]->result == Aurivox::kResultSuccess && results[i]->frames == whole.frames;
+    table.AddRow({names[i], Seconds(seconds[i]), ok ? std::to_string(results[i]->frames) : "FAILED",
+                  bench::Fixed(seconds[i] / seconds[0], 3)});
+    if (i == 0) continue;
+    bench::PrintSummaryRow(std::cout, {"split decode (Windows)", std::string("10 min 5.1 WAVE, ") + names[i],
+                                       Seconds(seconds[i]) + " s", Seconds(seconds[0]) + " s unsplit",
+                                       bench::Fixed(seconds[i] / seconds[0], 3) + " x time"});
+  }
+  table.Print(std::cout);
+  std::cout << "\n";
+}
+
+// --peak decoder|bare FILE: decodes FILE in this process, through the
+// decoder or a bare source reader, and prints its memory counters.
+int ReportPeak(const std::wstring& how, const fs::path& path) {
+  Aurivox::Initialize();
+  const bench::MemoryCounters before = bench::SampleMemoryCounters();
+  long long frames = 0;
+  unsigned rate = 0;
+  bool ok = false;
+  if (how == L"bare") {
+    const std::int64_t bytes = bench::DecodeWithBareReader(path.wstring(), MFAudioFormat_Float);
+    frames = bytes / 24;  // 5.1 float
+    ok = bytes > 0;
+  } else {
+    const Decoded decoded = DecodeWithDecoder(path);
+    frames = decoded.frames;
+    rate = decoded.rate;
+    ok = decoded.result == Aurivox::kResultSuccess;
+  }
+  const bench::MemoryCounters after = bench::SampleMemoryCounters();
+  std::printf("%lld %u %llu %llu %llu %llu\n", frames, rate, static_cast<unsigned long long>(before.workingSet),
+              static_cast<unsigned long long>(after.peakWorkingSet),
+              static_cast<unsigned long long>(before.pagefileUsage),
+              static_cast<unsigned long long>(after.peakPagefileUsage));
+  std::fflush(stdout);
+  Sleep(100);  // Wine's media sources finish closing on their own threads
+  Aurivox::Terminate();
+  return ok ? 0 : 1;
+}
+
+struct Peak {
+  long long frames = 0;
+  unsigned rate = 0;
+  unsigned long long workingSetBefore = 0, peakWorkingSet = 0, pagefileBefore = 0, peakPagefile = 0;
+  double WorkingSetGrowth() const { return double(peakWorkingSet - workingSetBefore); }
+  double PagefileGrowth() const { return double(peakPagefile - pagefileBefore); }
+};
+
+bool MeasurePeak(const wchar_t* how, const fs::path& path, Peak& peak) {
+  std::string output;
+  if (!bench::RunSelf(L"--peak " + std::wstring(how) + L" \"" + path.wstring() + L"\"", output)) return false;
+  return std::sscanf(output.c_str(), "%lld %u %llu %llu %llu %llu", &peak.frames, &peak.rate,
+                     &peak.workingSetBefore, &peak.peakWorkingSet, &peak.pagefileBefore, &peak.peakPagefile) == 6;
+}
+
+std::string MiB(double bytes) { return bench::Fixed(bytes / 1048576.0, 1); }
+
+void MeasureMemory(const fs::path& media) {
+  std::cout << "Peak memory while decoding a 5.1 32-bit float WAVE file whole (22,050 Hz), each run in a fresh\n"
+            << "process, through the decoder and through a bare IMFSourceReader loop (float client type);\n"
+            << "growth = PeakWorkingSetSize or PeakPagefileUsage - its value before the open;\n"
+            << "x 10 min = growth / growth of the same code on the 10-minute file\n\n";
+  bench::Table table({"code", "file", "frames", "peak working set MiB", "growth MiB", "peak pagefile MiB",
+                      "growth MiB", "x 10 min (working set)", "x 10 min (pagefile)"});
+  Peak peaks[2][2];  // [decoder, bare][10, 60 min]
+  const wchar_t* hows[] = {L"decoder", L"bare"};
+  const wchar_t* files[] = {kFloat10, kFloat60};
+  for (int h = 0; h < 2; ++h) {
+    for (int f = 0; f < 2; ++f) {
+      if (!MeasurePeak(hows[h], media / files[f], peaks[h][f])) {
+        std::cout << "memory: decoding " << fs::path(files[f]).string() << " failed\n\n";
+        return;
+      }
+    }
+  }
+  const char* codes[] = {"Decoder::ReadAudio", "bare IMFSourceReader (reference)"};
+  const char* names[] = {"10 min", "60 min"};
+  for (int h = 0; h < 2; ++h) {
+    const Peak& ten = peaks[h][0];
+    for (int f = 0; f < 2; ++f) {
+      const Peak& p = peaks[h][f];
+      table.AddRow({codes[h], names[f], std::to_string(p.frames), MiB(double(p.peakWorkingSet)),
+                    MiB(p.WorkingSetGrowth()), MiB(double(p.peakPagefile)), MiB(p.PagefileGrowth()),
+                    bench::Fixed(p.WorkingSetGrowth() / ten.WorkingSetGrowth(), 2),
+                    bench::Fixed(p.PagefileGrowth() / ten.PagefileGrowth(), 2)});
+    }
+  }
+  table.Print(std::cout);
+  std::cout << "\n";
+  const Peak& sixty = peaks[0][1];
+  const Peak& bareSixty = peaks[1][1];
+  bench::PrintSummaryRow(
+      std::cout, {"peak memory (Windows)", "60 min 5.1 float: decoder vs bare reader",
+                  MiB(sixty.WorkingSetGrowth()) + " MiB working-set growth (" +
+                      bench::Fixed(sixty.WorkingSetGrowth() / peaks[0][0].WorkingSetGrowth(), 2) + " x 10 min)",
+                  MiB(bareSixty.WorkingSetGrowth()) + " MiB bare reader (" +
+                      bench::Fixed(bareSixty.WorkingSetGrowth() / peaks[1][0].WorkingSetGrowth(), 2) + " x 10 min)",
+                  bench::Fixed(sixty.WorkingSetGrowth() / bareSixty.WorkingSetGrowth(), 2) + " x bare"});
+}
+
+std::vector<std::wstring> WideArguments() {
+  int count = 0;
+  wchar_t** arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+  std::vector<std::wstring> out;
+  for (int i = 1; arguments && i < count; ++i) out.emplace_back(arguments[i]);
+  LocalFree(arguments);
+  return out;
+}
+
+int Usage() {
+  std::cerr << "usage: aurivox-bench MEDIA_FOLDER [--only overhead|split|memory]... [--rounds N]\n";
+  return 2;
+}
+
+}  // namespace
+
+int main() {
+  const std::vector<std::wstring> args = WideArguments();
+  if (args.size() == 3 && args[0] == L"--peak") return ReportPeak(args[1], args[2]);
+
+  fs::path media;
+  std::set<std::wstring> only;
+  int rounds = 3;
+  for (std::size_t i = 0; i < args.size(); ++i) {
+    if (args[i] == L"--only" && i + 1 < args.size()) {
+      only.insert(args[++i]);
+    } else if (args[i] == L"--rounds" && i + 1 < args.size()) {
+      rounds = std::max(1, _wtoi(args[++i].c_str()));
+    } else if (media.empty() && args[i].rfind(L"--", 0) != 0) {
+      media = args[i];
+    } else {
+      return Usage();
+    }
+  }
+  if (media.empty()) return Usage();
+  const auto wanted = [&](const wchar_t* part) { return only.empty() || only.count(part) > 0; };
+
+  Aurivox::Initialize();
+  if (wanted(L"overhead")) MeasureOverhead(media, rounds);
+  if (wanted(L"split")) MeasureSplitDecode(media, rounds);
+  if (wanted(L"memory")) MeasureMemory(media);
+  Sleep(100);  // Wine's media sources finish closing on their own threads
+  Aurivox::Terminate();
+  return 0;
+}

@@ -1,0 +1,100 @@
+// spanned_read_bench SOURCE WORK_FOLDER
+// Reads the bytes of SOURCE whole, once from the file itself and once each
+// through SpannedFile over the same bytes cut into 3 and into 30 segment
+// files, in the chunk sizes Media Foundation and a host ask for.
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "SpannedFile.h"
+#include "ZUM/File.h"
+#include "support/Measure.h"
+#include "support/SplitRecording.h"
+#include "support/Table.h"
+
+namespace {
+
+constexpr int kRounds = 15;
+
+// Through a volatile sink so the compiler cannot drop the reads.
+volatile std::uint8_t g_sink;
+
+// The whole file in `chunk`-byte reads; returns the bytes read.
+std::uint64_t ReadOneFile(const orxcore::WString& path, std::vector<std::uint8_t>& buffer) {
+  ZUM::File file;
+  if (ZUM::File::Open(path, ZUM::kAccessRead, file, true) < 0) return 0;
+  std::uint64_t total = 0;
+  std::uint32_t got = 0;
+  while (file.Read(buffer.data(), static_cast<std::uint32_t>(buffer.size()), got) >= 0 && got > 0) {
+    g_sink = buffer[got - 1];
+    total += got;
+  }
+  file.Close();
+  return total;
+}
+
+std::uint64_t ReadSpanned(const std::vector<orxcore::WString>& segments, std::vector<std::uint8_t>& buffer) {
+  Aurivox::SpannedFile spanned(segments);
+  const std::uint32_t handle = spanned.Open();
+  if (handle == Aurivox::SpannedFile::kInvalidHandle) return 0;
+  std::uint64_t total = 0;
+  for (;;) {
+    const std::int32_t got = spanned.Read(handle, buffer.data(), static_cast<std::int32_t>(buffer.size()));
+    if (got <= 0) break;
+    g_sink = buffer[static_cast<std::size_t>(got) - 1];
+    total += static_cast<std::uint64_t>(got);
+  }
+  spanned.Close(handle);
+  return total;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::cerr << "usage: spanned_read_bench SOURCE WORK_FOLDER\n";
+    return 2;
+  }
+  const std::filesystem::path source = std::filesystem::u8path(argv[1]);
+  const std::filesystem::path work = std::filesystem::u8path(argv[2]);
+  const orxcore::WString sourcePath = bench::WidePath(source);
+  const bench::SplitRecording three = bench::MakeSplitRecording(source, 3, work / "split-3");
+  const bench::SplitRecording thirty = bench::MakeSplitRecording(source, 30, work / "split-30");
+  if (three.segments.empty() || thirty.segments.empty()) {
+    std::cerr << "spanned_read_bench: cannot split " << argv[1] << " into " << argv[2] << "\n";
+    return 1;
+  }
+  std::vector<std::uint8_t> probe(1 << 20);
+  const std::uint64_t bytes = ReadOneFile(sourcePath, probe);
+  if (bytes == 0 || ReadSpanned(three.segments, probe) != bytes || ReadSpanned(thirty.segments, probe) != bytes) {
+    std::cerr << "spanned_read_bench: the segments do not hold the bytes of the file\n";
+    return 1;
+  }
+
+  std::cout << "Reading " << bytes / (1 << 20) << " MiB whole: SpannedFile over 3 and 30 segment files vs the\n"
+            << "unsplit file read with the same file API and chunk size; median of " << kRounds
+            << " interleaved rounds\n(warm file cache); x one file = time / time of the one file\n\n";
+  bench::Table table({"chunk", "source", "ms", "MB/s", "x one file"});
+  for (const std::size_t chunk : {std::size_t{64} << 10, std::size_t{1} << 20}) {
+    std::vector<std::uint8_t> buffer(chunk);
+    const std::vector<double> seconds = bench::MedianSecondsPerRun(
+        {[&] { ReadOneFile(sourcePath, buffer); }, [&] { ReadSpanned(three.segments, buffer); },
+         [&] { ReadSpanned(thirty.segments, buffer); }},
+        kRounds);
+    const char* names[] = {"one file (reference)", "SpannedFile, 3 segments", "SpannedFile, 30 segments"};
+    const std::string chunkName = std::to_string(chunk >> 10) + " KiB";
+    for (std::size_t i = 0; i < seconds.size(); ++i) {
+      table.AddRow({chunkName, names[i], bench::Fixed(seconds[i] * 1e3, 1),
+                    bench::Fixed(double(bytes) / seconds[i] / 1e6, 0), bench::Fixed(seconds[i] / seconds[0], 3)});
+      if (i == 0) continue;
+      bench::PrintSummaryRow(std::cout, {std::string("split read (") + BENCH_PLATFORM + ")",
+                                         std::string(names[i]).substr(13) + ", " + chunkName + " reads",
+                                         bench::Fixed(double(bytes) / seconds[i] / 1e6, 0) + " MB/s",
+                                         bench::Fixed(double(bytes) / seconds[0] / 1e6, 0) + " MB/s one file",
+                                         bench::Fixed(seconds[i] / seconds[0], 3) + " x time"});
+    }
+  }
+  table.Print(std::cout);
+  return 0;
+}
