@@ -4,7 +4,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -150,7 +149,8 @@ void ReadAll(Aurivox::Decoder& decoder, FileCheck& check, std::atomic<std::int64
   ChannelBuffers buffers(check.channels, block);
   ZeroRun zeros(kZeroRunLimitFrames);
   while (check.framesRead < check.durationFrames) {
-    const auto frames = static_cast<std::uint32_t>(std::min<std::int64_t>(block, check.durationFrames - check.framesRead));
+    const auto frames =
+        static_cast<std::uint32_t>(std::min<std::int64_t>(block, check.durationFrames - check.framesRead));
     buffers.Clear();
     imImportAudioRec7 request{};
     request.position = check.framesRead;

@@ -140,7 +140,9 @@ std::string CheckSummary::Text() const {
   text += ", " + std::to_string(failedWhileReading_) + " failed while reading";
   if (!failedByCode_.empty()) text += " (" + CodeCounts(failedByCode_) + ")";
   if (hung_ > 0) text += ", " + std::to_string(hung_) + " hung";
-  if (undocumented_ > 0) text += "; " + std::to_string(undocumented_) + " ended with a code outside 0, 2, 3, 5, 9, 33, 99";
+  if (undocumented_ > 0) {
+    text += "; " + std::to_string(undocumented_) + " ended with a code outside 0, 2, 3, 5, 9, 33, 99";
+  }
   return text;
 }
 
