@@ -5,22 +5,12 @@
 #include <cstring>
 
 #include "Commands.h"
+#include "support/ToolReporting.h"
 #include "MediaFixtures.h"
 #include "Watchdog.h"
 #include "support/TempDir.h"
 
 namespace aurivox_tool {
-
-// Stand-ins for the tool's shared reporting, which lives beside main().
-std::string lastError;
-int Fail(const std::string& message) {
-  lastError = message;
-  return kExitFailure;
-}
-int UsageError(const char* command, const std::string& message) {
-  lastError = std::string(command) + ": " + message;
-  return kExitUsage;
-}
 
 namespace {
 
