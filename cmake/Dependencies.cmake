@@ -51,6 +51,12 @@ else()
   endif()
 endif()
 
+if(NOT WIN32)
+  # The Linux platform half decodes with FFmpeg's libraries.
+  find_package(PkgConfig REQUIRED)
+  pkg_check_modules(FFMPEG REQUIRED IMPORTED_TARGET libavformat libavcodec libavutil)
+endif()
+
 if(AURIVOX_BUILD_TESTS)
   find_package(GTest CONFIG QUIET)
   if(NOT TARGET GTest::gtest_main)

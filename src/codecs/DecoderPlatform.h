@@ -1,18 +1,23 @@
-// The platform object of a Decoder: the Media Foundation reader and, for a
-// split camera recording, the stream that joins its segment files.
+// The platform object of a Decoder: the platform's reader and, for a split
+// camera recording, the stream that joins its segment files.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 
-#include "MFReader.h"
 #include "StreamInterface.h"
+
+#ifdef _WIN32
+#include "PlatformReader_win.h"
+#else
+#include "PlatformReader_ffmpeg.h"
+#endif
 
 namespace Aurivox {
 
 class DecoderPlatform {
  public:
-  windowsmediafoundation::MFReader reader;
+  PlatformReader reader;
   std::uint64_t reserved = 0;
   // Shared with the reader's byte stream; empty for a plain file.
   std::shared_ptr<windowsmediafoundation::StreamInterface> stream;

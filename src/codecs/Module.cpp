@@ -1,10 +1,11 @@
-// Module start and stop: a plain counter starts Media Foundation at the first
-// Initialize and shuts it down at the matching last Terminate.
+// Module start and stop: a plain counter starts the platform's media
+// libraries at the first Initialize and stops them at the matching last
+// Terminate.
 #include "aurivox/Aurivox.h"
 
 #include <cstdint>
 
-#include "MFPlatform.h"
+#include "PlatformStartup.h"
 
 namespace Aurivox {
 namespace {
@@ -17,12 +18,12 @@ std::uint32_t gInitializeCount = 0;
 void Initialize() {
   if (gInitializeCount++ == 0) {
     // A failed start-up shows later, as failing opens; nothing to report here.
-    windowsmediafoundation::StartupPlatform();
+    StartPlatform();
   }
 }
 
 void Terminate() {
-  if (--gInitializeCount == 0) windowsmediafoundation::ShutdownPlatform();
+  if (--gInitializeCount == 0) StopPlatform();
 }
 
 }  // namespace Aurivox

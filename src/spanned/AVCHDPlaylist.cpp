@@ -74,13 +74,15 @@ void VisitPlayItemsInBuffer(const std::uint8_t* data, std::uint32_t size, PlayIt
 bool IsSpannedClipFile(const WString& path) {
   if (!IsClipNumber(File::GetTitle(path))) return false;
 
-  const WString extension = File::GetExtension(path, true);
+  // Cameras write ".MTS", editors ".m2ts": the extension's case never
+  // matters, even where file names compare exactly.
+  const WString extension = orxcore::ToLowerCase(File::GetExtension(path, true));
   const char16_t* ownFolder;
   const char16_t* siblingFolder;
-  if (SameName(extension, u".mts") || SameName(extension, u".m2ts")) {
+  if (extension == u".mts" || extension == u".m2ts") {
     ownFolder = kStreamFolder;
     siblingFolder = kClipInfoFolder;
-  } else if (SameName(extension, u".cpi") || SameName(extension, u".clpi")) {
+  } else if (extension == u".cpi" || extension == u".clpi") {
     ownFolder = kClipInfoFolder;
     siblingFolder = kStreamFolder;
   } else {

@@ -1,10 +1,20 @@
+#include "DolbyWarning.h"
 #include "MediaFeaturesSwitch.h"
+
+// Outside Windows the features check belongs to the platform half (FFmpeg's
+// decoders); the warning logic's tests put this switchable one in its place.
+namespace {
+bool g_featuresPresent = false;
+}  // namespace
+
+namespace Aurivox {
+bool MediaFeaturesPresent() { return g_featuresPresent; }
+}  // namespace Aurivox
 
 namespace aurivox_test {
 
-// Outside Windows the features are never present and cannot be installed.
-MediaFeaturesSwitch::MediaFeaturesSwitch(bool present) { Set(present); }
-MediaFeaturesSwitch::~MediaFeaturesSwitch() = default;
-void MediaFeaturesSwitch::Set(bool) {}
+MediaFeaturesSwitch::MediaFeaturesSwitch(bool present) : hadValue_(g_featuresPresent) { Set(present); }
+MediaFeaturesSwitch::~MediaFeaturesSwitch() { g_featuresPresent = hadValue_; }
+void MediaFeaturesSwitch::Set(bool present) { g_featuresPresent = present; }
 
 }  // namespace aurivox_test

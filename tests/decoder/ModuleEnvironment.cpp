@@ -1,7 +1,8 @@
 // The host starts the module before it makes decoders and stops it after the
 // last one is gone; every test process does the same.
 #include <gtest/gtest.h>
-#include <windows.h>
+#include <chrono>
+#include <thread>
 
 #include "aurivox/Aurivox.h"
 
@@ -14,7 +15,7 @@ class ModuleEnvironment : public ::testing::Environment {
     // Wine's media sources finish closing on GStreamer threads after their
     // last release; shutting down and exiting at once crashes the process now
     // and then under load.
-    Sleep(100);
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
     Aurivox::Terminate();
   }
 };

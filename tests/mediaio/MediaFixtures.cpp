@@ -9,12 +9,15 @@
 namespace aurivox_test {
 
 std::wstring MediaFixtureFolder() {
-  // The folder is a Linux path; Wine maps the root of the Linux file system
-  // to drive Z:.
   const std::string linux = AURIVOX_MEDIA_FIXTURES;
+#ifdef _WIN32
+  // Wine maps the root of the Linux file system to drive Z:.
   std::wstring windows = L"Z:";
   for (const char c : linux) windows.push_back(c == '/' ? L'\\' : static_cast<wchar_t>(c));
   return windows;
+#else
+  return std::wstring(linux.begin(), linux.end());
+#endif
 }
 
 std::filesystem::path MediaFixturePath(const std::string& name) {

@@ -101,15 +101,10 @@ TEST_F(SegmentDiscovery, UpperCaseMTSIsPreferredOverM2ts) {
             (Paths{Stream("00001.m2ts"), Stream("00002.MTS"), Stream("00003.m2ts")}));
 }
 
-TEST_F(SegmentDiscovery, OpeningAnUpperCaseMTSOnWindows) {
+TEST_F(SegmentDiscovery, OpeningAnUpperCaseMTS) {
   tree_.WritePlaylist("00001.mpls", twoShots_);
   WriteStreams({"00004", "00005"}, ".MTS");
-  const Paths segments = SegmentsOf("STREAM/00005.MTS");
-  if (kWindows) {
-    EXPECT_EQ(segments, (Paths{Stream("00004.MTS"), Stream("00005.MTS")}));
-  } else {
-    EXPECT_TRUE(segments.empty()) << "\".MTS\" is not \".mts\" where names keep their case";
-  }
+  EXPECT_EQ(SegmentsOf("STREAM/00005.MTS"), (Paths{Stream("00004.MTS"), Stream("00005.MTS")}));
 }
 
 TEST_F(SegmentDiscovery, ClipNumberHoldingANulNamesNoFile) {

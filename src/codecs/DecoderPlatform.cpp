@@ -1,13 +1,12 @@
-// The decoder's platform half: opens files through the Media Foundation
-// reader (split camera recordings through a stream over their segments),
-// caches what the reader found, and moves samples into the host's buffers.
+// The decoder's platform half: opens files through the platform's reader
+// (split camera recordings through a stream over their segments), caches
+// what the reader found, and moves samples into the host's buffers.
 #include <vector>
 
 #include "AVCHDUtils.h"
 #include "CodecIdentifier.h"
 #include "DecoderPlatform.h"
 #include "DolbyWarning.h"
-#include "GuidConversion.h"
 #include "SpannedFileStreamWrapper.h"
 #include "ZUM/PathUtils.h"
 #include "aurivox/Decoder.h"
@@ -15,10 +14,6 @@
 
 namespace Aurivox {
 namespace {
-
-using windowsmediafoundation::MFReader;
-using windowsmediafoundation::OpenStatus;
-using windowsmediafoundation::ToOrxGuid;
 
 int ResultForStatusClass(std::int32_t statusClass) {
   switch (statusClass) {
@@ -30,7 +25,7 @@ int ResultForStatusClass(std::int32_t statusClass) {
 }
 
 // Opens a split recording's joined segments through the reader.
-bool OpenSpannedRecording(DecoderPlatform& platform, const orxcore::WString& path, OpenStatus& status) {
+bool OpenSpannedRecording(DecoderPlatform& platform, const orxcore::WString& path, PlatformOpenStatus& status) {
   std::vector<orxcore::WString> segments;
   AVCHDUtils::FindSpannedSegments(path, segments);
   auto wrapper = std::make_shared<SpannedFileStreamWrapper>(segments);
@@ -38,29 +33,28 @@ bool OpenSpannedRecording(DecoderPlatform& platform, const orxcore::WString& pat
   // A segment that cannot be opened leaves an invalid handle; the reader
   // then finds nothing to read and reports the failure.
   wrapper->Open();
-  return platform.reader.OpenFromStream(platform.stream, status, /*wantVideo=*/false, /*wantAudio=*/true);
+  return OpenReaderFromStream(platform.reader, platform.stream, status);
 }
 
 // Opens `path` and sets `result`; true when usable audio was set up. Files
 // whose failure points at a missing Dolby decoder are passed to the warning.
 bool OpenReader(DecoderPlatform& platform, const orxcore::WString& path, int& result,
                 const QzSDKErrorSuite3* errorSuite, std::uint32_t warningFlags) {
-  MFReader& reader = platform.reader;
-  OpenStatus status;
-  const bool opened = AVCHDUtils::IsSpannedClipFile(path)
-                          ? OpenSpannedRecording(platform, path, status)
-                          : reader.OpenFromPath(path, status, /*wantVideo=*/false, /*wantAudio=*/true);
+  PlatformReader& reader = platform.reader;
+  PlatformOpenStatus status;
+  const bool opened = AVCHDUtils::IsSpannedClipFile(path) ? OpenSpannedRecording(platform, path, status)
+                                                          : OpenReaderFromPath(reader, path, status);
   DolbySuspect suspect = DolbySuspect::kNone;
   bool usable = false;
   if (!opened) {
     result = ResultForStatusClass(status.statusClass);
-    if (IsDolbySuspectResult(status.hr)) suspect = DolbySuspect::kMaybe;
+    if (OpenFailurePointsAtDolby(status)) suspect = DolbySuspect::kMaybe;
   } else if (reader.hasAudio()) {
     result = kResultSuccess;
     usable = true;
   } else {
     result = kResultNoAudio;
-    if (IsDolbySubtype(ToOrxGuid(reader.GetSubAudioFormatType()))) suspect = DolbySuspect::kCertain;
+    if (IsDolbySubtype(ReaderAudioSubtype(reader))) suspect = DolbySuspect::kCertain;
   }
   WarnAboutMissingDolby(path, suspect, errorSuite, warningFlags);
   return usable;
@@ -90,8 +84,8 @@ int Decoder::OS_Open(const orxcore::WString& path) {
   const orxcore::WString stripped = ZUM::PathUtils::Win::StripUNC(path);
   if (!OpenReader(*current, stripped, result, errorSuite, dolbyWarningFlags)) return result;
 
-  MFReader& reader = current->reader;
-  const orxcore::Guid subtype = ToOrxGuid(reader.GetSubAudioFormatType());
+  PlatformReader& reader = current->reader;
+  const orxcore::Guid subtype = ReaderAudioSubtype(reader);
   audioFormat.SetSampleRate(reader.samplesPerSecond());
   audioFormat.SetSampleType(SampleTypeForSubtype(subtype, reader.bitsPerSample()));
   audioFormat.SetChannelLayout(reader.channelLayout());
@@ -105,7 +99,7 @@ int Decoder::OS_Open(const orxcore::WString& path) {
 int Decoder::OS_ReadAudio(imImportAudioRec7* rec) {
   DecoderPlatform* current = CurrentPlatform();
   if (!current || !rec) return kResultBadArgument;
-  MFReader& reader = current->reader;
+  PlatformReader& reader = current->reader;
   const std::uint32_t wanted = rec->size;
   float** buffers = rec->buffer;
   std::int32_t delivered = static_cast<std::int32_t>(wanted);

@@ -1,0 +1,263 @@
+#include "FFReader.h"
+
+#include <algorithm>
+#include <climits>
+#include <cmath>
+#include <cstring>
+
+#include "ChannelMask.h"
+#include "CodecSubtypes.h"
+#include "MediaTypeNames.h"
+#include "TimeArithmetic.h"
+
+extern "C" {
+#include <libavutil/channel_layout.h>
+#include <libavutil/error.h>
+#include <libavutil/samplefmt.h>
+}
+
+namespace ffmpeg {
+namespace {
+
+// The speaker bits FFmpeg's native channel order shares with the WAVE mask:
+// front left (bit 0) to top back right (bit 17).
+constexpr std::uint64_t kWaveSpeakerBits = 0x3FFFF;
+constexpr std::uint32_t kStereoMask = 0x3;
+
+orxcore::WString ErrorText(int error) {
+  char text[AV_ERROR_MAX_STRING_SIZE] = {};
+  av_strerror(error, text, sizeof text);
+  return orxcore::UTF8to16(text);
+}
+
+// Samples of every decoded format, as float or as an integer whose top
+// bytes are the sample (8-bit samples stay unsigned when written back).
+float ToFloat(std::uint8_t v) { return (static_cast<int>(v) - 128) / 128.0f; }
+float ToFloat(std::int16_t v) { return v / 32768.0f; }
+float ToFloat(std::int32_t v) { return static_cast<float>(v / 2147483648.0); }
+float ToFloat(std::int64_t v) { return static_cast<float>(v / 9223372036854775808.0); }
+float ToFloat(float v) { return v; }
+float ToFloat(double v) { return static_cast<float>(v); }
+
+std::int32_t FromUnit(double v) {
+  const double scaled = v * 2147483648.0;
+  if (!(scaled > INT32_MIN)) return INT32_MIN;  // NaN too
+  if (scaled >= INT32_MAX) return INT32_MAX;
+  return static_cast<std::int32_t>(std::lrint(scaled));
+}
+std::int32_t ToInt32(std::uint8_t v) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(v ^ 0x80) << 24); }
+std::int32_t ToInt32(std::int16_t v) { return static_cast<std::int32_t>(static_cast<std::uint32_t>(v) << 16); }
+std::int32_t ToInt32(std::int32_t v) { return v; }
+std::int32_t ToInt32(std::int64_t v) { return static_cast<std::int32_t>(v >> 32); }
+std::int32_t ToInt32(float v) { return FromUnit(v); }
+std::int32_t ToInt32(double v) { return FromUnit(v); }
+
+// The top `width` bytes of `v`, little-endian; one byte is unsigned.
+void StoreTop(std::int32_t v, std::uint32_t width, std::uint8_t* out) {
+  const auto bits = static_cast<std::uint32_t>(v);
+  if (width == 1) {
+    out[0] = static_cast<std::uint8_t>((bits >> 24) ^ 0x80);
+    return;
+  }
+  for (std::uint32_t b = 0; b < width; ++b) out[b] = static_cast<std::uint8_t>(bits >> (8 * (4 - width + b)));
+}
+
+// Writes every sample of `frame` interleaved into `out` at `width` bytes.
+template <typename In>
+void Interleave(const AVFrame& frame, int channels, bool planar, bool toFloat, std::uint32_t width,
+                std::uint8_t* out) {
+  for (int i = 0; i < frame.nb_samples; ++i) {
+    for (int c = 0; c < channels; ++c) {
+      const std::uint8_t* at = planar ? frame.extended_data[c] + std::size_t(i) * sizeof(In)
+                                      : frame.extended_data[0] + (std::size_t(i) * channels + c) * sizeof(In);
+      In v;
+      std::memcpy(&v, at, sizeof v);
+      if (toFloat) {
+        const float f = ToFloat(v);
+        std::memcpy(out, &f, sizeof f);
+      } else {
+        StoreTop(ToInt32(v), width, out);
+      }
+      out += width;
+    }
+  }
+}
+
+}  // namespace
+
+bool FFReader::OpenFromPath(const orxcore::WString& path, OpenStatus& status) {
+  Close();
+  return Open(orxcore::UTF16toStdString(path).c_str(), status);
+}
+
+bool FFReader::OpenFromStream(const std::shared_ptr<windowsmediafoundation::StreamInterface>& stream,
+                              OpenStatus& status) {
+  Close();
+  streamIO_ = std::make_unique<StreamIO>(stream);
+  if (!streamIO_->context()) {
+    status = {kOpenStatusReaderFailed, AVERROR(ENOMEM), ErrorText(AVERROR(ENOMEM))};
+    return false;
+  }
+  return Open("", status);
+}
+
+void FFReader::Close() {
+  decoder_.reset();
+  format_.reset();
+  streamIO_.reset();
+  streamIndex_ = -1;
+  draining_ = false;
+  endOfStream_ = false;
+  subtype_ = orxcore::Guid{};
+  samplesPerSecond_ = bitsPerSample_ = channels_ = channelMask_ = 0;
+  integerPcm_ = false;
+  estimatedFrames_ = 0;
+  pending_.Clear();
+}
+
+bool FFReader::Open(const char* url, OpenStatus& status) {
+  status = OpenStatus();
+  AVFormatContext* context = avformat_alloc_context();
+  if (!context) {
+    status = {kOpenStatusReaderFailed, AVERROR(ENOMEM), ErrorText(AVERROR(ENOMEM))};
+    return false;
+  }
+  if (streamIO_) {
+    context->pb = streamIO_->context();
+    context->flags |= AVFMT_FLAG_CUSTOM_IO;
+  }
+  int result = avformat_open_input(&context, url, nullptr, nullptr);  // frees the context on failure
+  if (result >= 0) {
+    format_.reset(context);
+    result = avformat_find_stream_info(context, nullptr);
+  }
+  if (result < 0) {
+    status = {kOpenStatusReaderFailed, result, ErrorText(result)};
+    return false;
+  }
+  for (unsigned i = 0; i < context->nb_streams; ++i) {
+    if (context->streams[i]->codecpar->codec_type == AVMEDIA_TYPE_AUDIO) {
+      streamIndex_ = static_cast<int>(i);
+      SetUpAudio(*context->streams[i]);
+      return true;
+    }
+  }
+  return false;  // no audio at all: a fine open with nothing to read
+}
+
+void FFReader::SetUpAudio(const AVStream& stream) {
+  const AVCodecParameters& parameters = *stream.codecpar;
+  subtype_ = SubtypeForCodec(parameters.codec_id);
+  samplesPerSecond_ = static_cast<std::uint32_t>(std::max(parameters.sample_rate, 0));
+  channels_ = static_cast<std::uint32_t>(std::max(parameters.ch_layout.nb_channels, 0));
+  if (parameters.ch_layout.order == AV_CHANNEL_ORDER_NATIVE) {
+    channelMask_ = static_cast<std::uint32_t>(parameters.ch_layout.u.mask & kWaveSpeakerBits);
+  } else if (channels_ == 2) {
+    channelMask_ = kStereoMask;  // a stereo file that names no speakers is left and right
+  }
+  if (format_->duration != AV_NOPTS_VALUE && format_->duration > 0) {
+    // Microseconds to the 100-ns units the frame arithmetic counts in.
+    estimatedFrames_ = windowsmediafoundation::TimeToFrames(format_->duration * 10, samplesPerSecond_, 1);
+  }
+
+  const AVCodec* codec = avcodec_find_decoder(parameters.codec_id);
+  if (!codec || channels_ == 0 || samplesPerSecond_ == 0) return;
+  CodecContextPtr decoder(avcodec_alloc_context3(codec));
+  if (!decoder || avcodec_parameters_to_context(decoder.get(), &parameters) < 0 ||
+      avcodec_open2(decoder.get(), codec, nullptr) < 0) {
+    return;
+  }
+  packet_.reset(av_packet_alloc());
+  frame_.reset(av_frame_alloc());
+  if (!packet_ || !frame_) return;
+
+  integerPcm_ = IsIntegerPcmCodec(parameters.codec_id);
+  if (integerPcm_) {
+    int bits = parameters.bits_per_raw_sample;
+    if (bits <= 0) bits = av_get_bits_per_sample(parameters.codec_id);
+    if (bits <= 0) bits = 8 * av_get_bytes_per_sample(decoder->sample_fmt);
+    bitsPerSample_ = static_cast<std::uint32_t>(std::clamp((bits + 7) / 8, 1, 4) * 8);
+  } else {
+    bitsPerSample_ = 32;
+  }
+  decoder_ = std::move(decoder);
+}
+
+orxmediatypes::AudioChannelLayout FFReader::channelLayout() const {
+  return windowsmediafoundation::ChannelLayoutFromMask(channelMask_, static_cast<std::int32_t>(channels_));
+}
+
+orxcore::WString FFReader::GetAudioFormatDescription() const {
+  return windowsmediafoundation::DescribeAudioSubtype(subtype_);
+}
+
+bool FFReader::ReadAudioSamples(std::int64_t, std::int32_t& count, float** channelBuffers,
+                                std::uint32_t bytesPerSample) {
+  if (!hasAudio() || count < 0 || bytesPerSample != bitsPerSample_ / 8) return false;
+  if (count > 0 && !channelBuffers) return false;
+  const auto wanted = static_cast<std::size_t>(count);
+  if (!pending_.Reserve(count, channels_, bytesPerSample)) return false;
+  while (pending_.AvailableFrames(channels_, bytesPerSample) < wanted && !endOfStream_) {
+    if (!DecodeMore()) return false;  // what was decoded stays for the next read
+  }
+  count = static_cast<std::int32_t>(pending_.Deliver(wanted, channels_, bytesPerSample, channelBuffers));
+  return true;
+}
+
+bool FFReader::DecodeMore() {
+  AVCodecContext* decoder = decoder_.get();
+  for (;;) {
+    int result = avcodec_receive_frame(decoder, frame_.get());
+    if (result == 0) {
+      const bool appended = AppendFrame(*frame_);
+      av_frame_unref(frame_.get());
+      return appended;
+    }
+    if (result == AVERROR_EOF || (result == AVERROR(EAGAIN) && draining_)) {
+      endOfStream_ = true;
+      return true;
+    }
+    if (result != AVERROR(EAGAIN)) return false;
+
+    result = av_read_frame(format_.get(), packet_.get());
+    if (result == AVERROR_EOF) {
+      draining_ = true;
+      avcodec_send_packet(decoder, nullptr);  // the decoder hands out what it holds
+      continue;
+    }
+    if (result < 0) return false;
+    if (packet_->stream_index == streamIndex_) {
+      // A damaged packet is skipped, as players do; the next one decodes.
+      avcodec_send_packet(decoder, packet_.get());
+    }
+    av_packet_unref(packet_.get());
+  }
+}
+
+bool FFReader::AppendFrame(const AVFrame& frame) {
+  // The format is not renegotiated mid-stream.
+  if (frame.ch_layout.nb_channels != static_cast<int>(channels_) || frame.nb_samples < 0) return false;
+  const auto format = static_cast<AVSampleFormat>(frame.format);
+  const bool planar = av_sample_fmt_is_planar(format) != 0;
+  const std::uint32_t width = bitsPerSample_ / 8;
+  const bool toFloat = !integerPcm_;
+  try {
+    converted_.resize(std::size_t(frame.nb_samples) * channels_ * width);
+  } catch (const std::exception&) {
+    return false;
+  }
+  const int channels = static_cast<int>(channels_);
+  std::uint8_t* out = converted_.data();
+  switch (av_get_packed_sample_fmt(format)) {
+    case AV_SAMPLE_FMT_U8: Interleave<std::uint8_t>(frame, channels, planar, toFloat, width, out); break;
+    case AV_SAMPLE_FMT_S16: Interleave<std::int16_t>(frame, channels, planar, toFloat, width, out); break;
+    case AV_SAMPLE_FMT_S32: Interleave<std::int32_t>(frame, channels, planar, toFloat, width, out); break;
+    case AV_SAMPLE_FMT_S64: Interleave<std::int64_t>(frame, channels, planar, toFloat, width, out); break;
+    case AV_SAMPLE_FMT_FLT: Interleave<float>(frame, channels, planar, toFloat, width, out); break;
+    case AV_SAMPLE_FMT_DBL: Interleave<double>(frame, channels, planar, toFloat, width, out); break;
+    default: return false;
+  }
+  return pending_.Append(converted_.data(), converted_.size());
+}
+
+}  // namespace ffmpeg
