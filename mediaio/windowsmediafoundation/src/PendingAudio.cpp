@@ -5,6 +5,11 @@
 #include <new>
 #include <stdexcept>
 
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#define AURIVOX_DEINTERLEAVE_SSE2 1
+#endif
+
 namespace windowsmediafoundation {
 namespace {
 
@@ -13,17 +18,17 @@ struct Packed24 {
   std::uint8_t bytes[3];
 };
 
-// The general loop: any channel count, null buffers skipped, one channel at a
-// time.
+// The general loop for frames `first` to `frames`: any channel count, null
+// buffers skipped, one channel at a time.
 template <typename Sample>
-void DeinterleaveAnyLayout(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
-                           float* const* channelBuffers) {
+void DeinterleaveAnyLayout(const std::uint8_t* interleaved, std::size_t first, std::size_t frames,
+                           std::uint32_t channels, float* const* channelBuffers) {
   const std::size_t frameBytes = std::size_t{channels} * sizeof(Sample);
   for (std::uint32_t n = 0; n < channels; ++n) {
     if (!channelBuffers[n]) continue;
     auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[n]);
     const std::uint8_t* source = interleaved + std::size_t{n} * sizeof(Sample);
-    for (std::size_t f = 0; f < frames; ++f) {
+    for (std::size_t f = first; f < frames; ++f) {
       std::memcpy(destination + f * sizeof(Sample), source + f * frameBytes, sizeof(Sample));
     }
   }
@@ -43,11 +48,62 @@ void DeinterleaveFixedLayout(const std::uint8_t* interleaved, std::size_t frames
   }
 }
 
+#ifdef AURIVOX_DEINTERLEAVE_SSE2
+// Two 4-byte samples into the low half of a register, bits untouched.
+inline __m128 LoadPair(const float* samples) {
+  return _mm_castpd_ps(_mm_load_sd(reinterpret_cast<const double*>(samples)));
+}
+
+// 4-byte samples, every channel wanted, four frames at a time: each run of
+// four channels is a 4 x 4 transpose, a pair of channels two shuffles. Only
+// moves and shuffles, so integer samples and odd float patterns keep their
+// bits. Returns the frames done; the rest is left to the general loop.
+std::size_t DeinterleaveWords(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                              float* const* channelBuffers) {
+  const auto* samples = reinterpret_cast<const float*>(interleaved);
+  const std::size_t stride = channels;
+  std::size_t f = 0;
+  for (; f + 4 <= frames; f += 4) {
+    const float* frame = samples + f * stride;
+    std::uint32_t c = 0;
+    for (; c + 4 <= channels; c += 4) {
+      __m128 r0 = _mm_loadu_ps(frame + c);
+      __m128 r1 = _mm_loadu_ps(frame + stride + c);
+      __m128 r2 = _mm_loadu_ps(frame + 2 * stride + c);
+      __m128 r3 = _mm_loadu_ps(frame + 3 * stride + c);
+      _MM_TRANSPOSE4_PS(r0, r1, r2, r3);
+      _mm_storeu_ps(channelBuffers[c] + f, r0);
+      _mm_storeu_ps(channelBuffers[c + 1] + f, r1);
+      _mm_storeu_ps(channelBuffers[c + 2] + f, r2);
+      _mm_storeu_ps(channelBuffers[c + 3] + f, r3);
+    }
+    for (; c + 2 <= channels; c += 2) {
+      const __m128 first = _mm_movelh_ps(LoadPair(frame + c), LoadPair(frame + stride + c));
+      const __m128 second = _mm_movelh_ps(LoadPair(frame + 2 * stride + c), LoadPair(frame + 3 * stride + c));
+      _mm_storeu_ps(channelBuffers[c] + f, _mm_shuffle_ps(first, second, _MM_SHUFFLE(2, 0, 2, 0)));
+      _mm_storeu_ps(channelBuffers[c + 1] + f, _mm_shuffle_ps(first, second, _MM_SHUFFLE(3, 1, 3, 1)));
+    }
+    for (; c < channels; ++c) {
+      for (std::size_t k = 0; k < 4; ++k) {
+        std::memcpy(channelBuffers[c] + f + k, frame + k * stride + c, sizeof(float));
+      }
+    }
+  }
+  return f;
+}
+#endif
+
 template <typename Sample>
 void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                        float* const* channelBuffers) {
   const bool everyChannelWanted =
       std::all_of(channelBuffers, channelBuffers + channels, [](const float* buffer) { return buffer != nullptr; });
+#ifdef AURIVOX_DEINTERLEAVE_SSE2
+  if (everyChannelWanted && sizeof(Sample) == 4 && channels > 2) {
+    const std::size_t done = DeinterleaveWords(interleaved, frames, channels, channelBuffers);
+    return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
+  }
+#endif
   if (everyChannelWanted) {
     switch (channels) {
       case 1: return DeinterleaveFixedLayout<Sample, 1>(interleaved, frames, channelBuffers);
@@ -57,7 +113,7 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
       default: break;
     }
   }
-  DeinterleaveAnyLayout<Sample>(interleaved, frames, channels, channelBuffers);
+  DeinterleaveAnyLayout<Sample>(interleaved, 0, frames, channels, channelBuffers);
 }
 
 }  // namespace
