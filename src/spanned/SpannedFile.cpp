@@ -16,6 +16,9 @@ struct SpannedFile::FileState {
   orxcore::WString path;
   std::uint64_t size = 0;
   std::unique_ptr<ZUM::File> file;  // null while the segment is closed
+  // Where the file pointer stands, when known: a read that continues where
+  // the last one ended needs no seek.
+  std::int64_t filePointer = -1;
 };
 
 SpannedFile::SpannedFile(const std::vector<orxcore::WString>& paths) {
@@ -94,6 +97,7 @@ bool SpannedFile::OpenSegmentFiles() {
       return false;
     }
     state->file = std::move(file);
+    state->filePointer = 0;
   }
   return true;
 }
@@ -115,9 +119,16 @@ std::int32_t SpannedFile::ReadAt(std::int64_t offset, std::uint8_t* buffer, std:
   const boost::shared_ptr<FileState> state = segment->second;  // held for the read
   const std::int64_t local = offset - segment->first;
   if (!state->file || local < 0 || static_cast<std::uint64_t>(local) >= state->size) return 0;
-  if (state->file->SetFilePointer(local, ZUM::kFromBeginning) < 0) return 0;
+  if (state->filePointer != local) {
+    state->filePointer = -1;
+    if (state->file->SetFilePointer(local, ZUM::kFromBeginning) < 0) return 0;
+  }
   std::uint32_t bytesRead = 0;
-  if (state->file->Read(buffer, static_cast<std::uint32_t>(count), bytesRead) < 0) return 0;
+  if (state->file->Read(buffer, static_cast<std::uint32_t>(count), bytesRead) < 0) {
+    state->filePointer = -1;
+    return 0;
+  }
+  state->filePointer = local + bytesRead;
   return static_cast<std::int32_t>(bytesRead);
 }
 

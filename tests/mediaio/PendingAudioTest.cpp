@@ -3,18 +3,23 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <tuple>
 #include <vector>
 
 namespace windowsmediafoundation {
 namespace {
 
 // Interleaved bytes whose values give away their frame, channel and byte:
-// frame f, channel n, byte b holds (f * 16 + n * 4 + b) & 0xFF.
+// frame f, channel n, byte b holds (f * 41 + n * 5 + b) & 0xFF.
+std::uint8_t SampleByte(std::size_t f, std::uint32_t n, std::uint32_t b) {
+  return static_cast<std::uint8_t>(f * 41 + n * 5 + b);
+}
+
 std::vector<std::uint8_t> Interleaved(std::size_t frames, std::uint32_t channels, std::uint32_t width) {
   std::vector<std::uint8_t> bytes;
   for (std::size_t f = 0; f < frames; ++f) {
     for (std::uint32_t n = 0; n < channels; ++n) {
-      for (std::uint32_t b = 0; b < width; ++b) bytes.push_back(static_cast<std::uint8_t>(f * 16 + n * 4 + b));
+      for (std::uint32_t b = 0; b < width; ++b) bytes.push_back(SampleByte(f, n, b));
     }
   }
   return bytes;
@@ -37,12 +42,13 @@ struct ChannelBuffers {
   std::vector<float*> pointers;
 };
 
-class DeinterleaveWidth : public ::testing::TestWithParam<std::uint32_t> {};
+// Widths by channel counts: the common layouts have loops of their own, and
+// 11 frames leave a remainder after any block of frames.
+class DeinterleaveWidth : public ::testing::TestWithParam<std::tuple<std::uint32_t, std::uint32_t>> {};
 
 TEST_P(DeinterleaveWidth, EachChannelGetsItsSamplesPackedAtTheirWidth) {
-  const std::uint32_t width = GetParam();
-  const std::uint32_t channels = 3;
-  const std::size_t frames = 5;
+  const auto [width, channels] = GetParam();
+  const std::size_t frames = 11;
   const auto interleaved = Interleaved(frames, channels, width);
   ChannelBuffers buffers(channels, frames + 1);
 
@@ -51,7 +57,7 @@ TEST_P(DeinterleaveWidth, EachChannelGetsItsSamplesPackedAtTheirWidth) {
   for (std::uint32_t n = 0; n < channels; ++n) {
     for (std::size_t f = 0; f < frames; ++f) {
       for (std::uint32_t b = 0; b < width; ++b) {
-        ASSERT_EQ(buffers.bytes(n)[f * width + b], static_cast<std::uint8_t>(f * 16 + n * 4 + b))
+        ASSERT_EQ(buffers.bytes(n)[f * width + b], SampleByte(f, n, b))
             << "channel " << n << " frame " << f << " byte " << b;
       }
     }
@@ -60,7 +66,8 @@ TEST_P(DeinterleaveWidth, EachChannelGetsItsSamplesPackedAtTheirWidth) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Widths, DeinterleaveWidth, ::testing::Values(1u, 2u, 3u, 4u));
+INSTANTIATE_TEST_SUITE_P(Layouts, DeinterleaveWidth,
+                         ::testing::Combine(::testing::Values(1u, 2u, 3u, 4u), ::testing::Values(1u, 2u, 3u, 6u, 8u)));
 
 TEST(Deinterleave, NullChannelBuffersAreSkipped) {
   const auto interleaved = Interleaved(4, 2, 2);
@@ -68,7 +75,7 @@ TEST(Deinterleave, NullChannelBuffersAreSkipped) {
   buffers.pointers[0] = nullptr;
   DeinterleaveSamples(interleaved.data(), 4, 2, 2, buffers.pointers.data());
   EXPECT_EQ(buffers.bytes(0)[0], 0xEE);
-  EXPECT_EQ(buffers.bytes(1)[2], 16 + 4);  // frame 1, channel 1, byte 0
+  EXPECT_EQ(buffers.bytes(1)[2], SampleByte(1, 1, 0));
 }
 
 TEST(Deinterleave, UnknownWidthsCopyNothing) {
@@ -87,13 +94,13 @@ TEST(PendingAudio, DeliversFromTheFrontAndKeepsTheRest) {
 
   ChannelBuffers first(2, 4);
   EXPECT_EQ(pending.Deliver(4, 2, 2, first.pointers.data()), 4u);
-  EXPECT_EQ(first.bytes(1)[6], 3 * 16 + 4);  // frame 3, channel 1
+  EXPECT_EQ(first.bytes(1)[6], SampleByte(3, 1, 0));
   EXPECT_EQ(pending.size(), 2 * 2 * 2u);
 
   ChannelBuffers second(2, 4);
   EXPECT_EQ(pending.Deliver(4, 2, 2, second.pointers.data()), 2u) << "only two frames were left";
-  EXPECT_EQ(second.bytes(0)[0], 4 * 16);  // frame 4, channel 0
-  EXPECT_EQ(second.bytes(1)[3], 5 * 16 + 4 + 1);
+  EXPECT_EQ(second.bytes(0)[0], SampleByte(4, 0, 0));
+  EXPECT_EQ(second.bytes(1)[3], SampleByte(5, 1, 1));
   EXPECT_EQ(pending.size(), 0u);
 }
 
@@ -111,9 +118,9 @@ TEST(PendingAudio, APartialFrameWaitsForTheRestOfItsBytes) {
   ChannelBuffers second(2, 3);
   EXPECT_EQ(pending.Deliver(3, 2, 3, second.pointers.data()), 2u);
   // Frame 1 joined across the two appends.
-  EXPECT_EQ(second.bytes(0)[0], 16);
-  EXPECT_EQ(second.bytes(1)[2], 16 + 4 + 2);
-  EXPECT_EQ(second.bytes(1)[5], 2 * 16 + 4 + 2);
+  EXPECT_EQ(second.bytes(0)[0], SampleByte(1, 0, 0));
+  EXPECT_EQ(second.bytes(1)[2], SampleByte(1, 1, 2));
+  EXPECT_EQ(second.bytes(1)[5], SampleByte(2, 1, 2));
 }
 
 TEST(PendingAudio, UnknownWidthsCountFramesWithoutCopying) {

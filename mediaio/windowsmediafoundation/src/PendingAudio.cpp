@@ -5,26 +5,115 @@
 #include <new>
 #include <stdexcept>
 
+#if defined(__SSE2__) || defined(_M_X64)
+#include <emmintrin.h>
+#define AURIVOX_DEINTERLEAVE_SSE2 1
+#endif
+
 namespace windowsmediafoundation {
 namespace {
 
-template <std::size_t kWidth>
-void DeinterleaveChannel(const std::uint8_t* source, std::size_t frames, std::size_t frameBytes,
-                         std::uint8_t* destination) {
-  for (std::size_t f = 0; f < frames; ++f) {
-    std::memcpy(destination + f * kWidth, source + f * frameBytes, kWidth);
+// A sample of 3 bytes, copied as it is.
+struct Packed24 {
+  std::uint8_t bytes[3];
+};
+
+// The general loop for frames `first` to `frames`: any channel count, null
+// buffers skipped, one channel at a time.
+template <typename Sample>
+void DeinterleaveAnyLayout(const std::uint8_t* interleaved, std::size_t first, std::size_t frames,
+                           std::uint32_t channels, float* const* channelBuffers) {
+  const std::size_t frameBytes = std::size_t{channels} * sizeof(Sample);
+  for (std::uint32_t n = 0; n < channels; ++n) {
+    if (!channelBuffers[n]) continue;
+    auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[n]);
+    const std::uint8_t* source = interleaved + std::size_t{n} * sizeof(Sample);
+    for (std::size_t f = first; f < frames; ++f) {
+      std::memcpy(destination + f * sizeof(Sample), source + f * frameBytes, sizeof(Sample));
+    }
   }
 }
 
-template <std::size_t kWidth>
+// The common layouts, with the channel count known to the compiler: one pass
+// over the interleaved bytes, frame by frame, which it can vectorise.
+template <typename Sample, std::uint32_t kChannels>
+void DeinterleaveFixedLayout(const std::uint8_t* interleaved, std::size_t frames, float* const* channelBuffers) {
+  std::uint8_t* destinations[kChannels];
+  for (std::uint32_t n = 0; n < kChannels; ++n) destinations[n] = reinterpret_cast<std::uint8_t*>(channelBuffers[n]);
+  for (std::size_t f = 0; f < frames; ++f) {
+    const std::uint8_t* frame = interleaved + f * kChannels * sizeof(Sample);
+    for (std::uint32_t n = 0; n < kChannels; ++n) {
+      std::memcpy(destinations[n] + f * sizeof(Sample), frame + n * sizeof(Sample), sizeof(Sample));
+    }
+  }
+}
+
+#ifdef AURIVOX_DEINTERLEAVE_SSE2
+// Two 4-byte samples into the low half of a register, bits untouched.
+inline __m128 LoadPair(const float* samples) {
+  return _mm_castpd_ps(_mm_load_sd(reinterpret_cast<const double*>(samples)));
+}
+
+// 4-byte samples, every channel wanted, four frames at a time: each run of
+// four channels is a 4 x 4 transpose, a pair of channels two shuffles. Only
+// moves and shuffles, so integer samples and odd float patterns keep their
+// bits. Returns the frames done; the rest is left to the general loop.
+std::size_t DeinterleaveWords(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                              float* const* channelBuffers) {
+  const auto* samples = reinterpret_cast<const float*>(interleaved);
+  const std::size_t stride = channels;
+  std::size_t f = 0;
+  for (; f + 4 <= frames; f += 4) {
+    const float* frame = samples + f * stride;
+    std::uint32_t c = 0;
+    for (; c + 4 <= channels; c += 4) {
+      __m128 r0 = _mm_loadu_ps(frame + c);
+      __m128 r1 = _mm_loadu_ps(frame + stride + c);
+      __m128 r2 = _mm_loadu_ps(frame + 2 * stride + c);
+      __m128 r3 = _mm_loadu_ps(frame + 3 * stride + c);
+      _MM_TRANSPOSE4_PS(r0, r1, r2, r3);
+      _mm_storeu_ps(channelBuffers[c] + f, r0);
+      _mm_storeu_ps(channelBuffers[c + 1] + f, r1);
+      _mm_storeu_ps(channelBuffers[c + 2] + f, r2);
+      _mm_storeu_ps(channelBuffers[c + 3] + f, r3);
+    }
+    for (; c + 2 <= channels; c += 2) {
+      const __m128 first = _mm_movelh_ps(LoadPair(frame + c), LoadPair(frame + stride + c));
+      const __m128 second = _mm_movelh_ps(LoadPair(frame + 2 * stride + c), LoadPair(frame + 3 * stride + c));
+      _mm_storeu_ps(channelBuffers[c] + f, _mm_shuffle_ps(first, second, _MM_SHUFFLE(2, 0, 2, 0)));
+      _mm_storeu_ps(channelBuffers[c + 1] + f, _mm_shuffle_ps(first, second, _MM_SHUFFLE(3, 1, 3, 1)));
+    }
+    for (; c < channels; ++c) {
+      for (std::size_t k = 0; k < 4; ++k) {
+        std::memcpy(channelBuffers[c] + f + k, frame + k * stride + c, sizeof(float));
+      }
+    }
+  }
+  return f;
+}
+#endif
+
+template <typename Sample>
 void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                        float* const* channelBuffers) {
-  const std::size_t frameBytes = std::size_t{channels} * kWidth;
-  for (std::uint32_t n = 0; n < channels; ++n) {
-    if (!channelBuffers[n]) continue;
-    DeinterleaveChannel<kWidth>(interleaved + std::size_t{n} * kWidth, frames, frameBytes,
-                                reinterpret_cast<std::uint8_t*>(channelBuffers[n]));
+  const bool everyChannelWanted =
+      std::all_of(channelBuffers, channelBuffers + channels, [](const float* buffer) { return buffer != nullptr; });
+#ifdef AURIVOX_DEINTERLEAVE_SSE2
+  if (everyChannelWanted && sizeof(Sample) == 4 && channels > 2) {
+    const std::size_t done = DeinterleaveWords(interleaved, frames, channels, channelBuffers);
+    return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
   }
+#endif
+  if (everyChannelWanted) {
+    switch (channels) {
+      case 1: return DeinterleaveFixedLayout<Sample, 1>(interleaved, frames, channelBuffers);
+      case 2: return DeinterleaveFixedLayout<Sample, 2>(interleaved, frames, channelBuffers);
+      case 6: return DeinterleaveFixedLayout<Sample, 6>(interleaved, frames, channelBuffers);
+      case 8: return DeinterleaveFixedLayout<Sample, 8>(interleaved, frames, channelBuffers);
+      default: break;
+    }
+  }
+  DeinterleaveAnyLayout<Sample>(interleaved, 0, frames, channels, channelBuffers);
 }
 
 }  // namespace
@@ -33,22 +122,37 @@ void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, st
                          std::uint32_t bytesPerSample, float* const* channelBuffers) {
   if (!interleaved || !channelBuffers || frames == 0) return;
   switch (bytesPerSample) {
-    case 1: return DeinterleaveWidth<1>(interleaved, frames, channels, channelBuffers);
-    case 2: return DeinterleaveWidth<2>(interleaved, frames, channels, channelBuffers);
-    case 3: return DeinterleaveWidth<3>(interleaved, frames, channels, channelBuffers);
-    case 4: return DeinterleaveWidth<4>(interleaved, frames, channels, channelBuffers);
+    case 1: return DeinterleaveWidth<std::uint8_t>(interleaved, frames, channels, channelBuffers);
+    case 2: return DeinterleaveWidth<std::uint16_t>(interleaved, frames, channels, channelBuffers);
+    case 3: return DeinterleaveWidth<Packed24>(interleaved, frames, channels, channelBuffers);
+    case 4: return DeinterleaveWidth<std::uint32_t>(interleaved, frames, channels, channelBuffers);
     default: return;  // the client type never has another width
   }
+}
+
+void PendingAudio::Clear() {
+  bytes_.clear();
+  start_ = 0;
+}
+
+void PendingAudio::Compact() {
+  if (start_ == 0) return;
+  bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(start_));
+  start_ = 0;
 }
 
 bool PendingAudio::Reserve(std::int32_t frames, std::uint32_t channels, std::uint32_t bytesPerSample) {
   if (frames < 0) return false;
   // At most 2^31 x 2^32 x 2^32 bytes: checked against max_size before it can wrap.
   const std::uint64_t frameBytes = std::uint64_t{channels} * bytesPerSample;
-  const std::uint64_t limit = bytes_.max_size() - bytes_.size();
+  const std::uint64_t limit = bytes_.max_size() - size();
   if (frameBytes != 0 && std::uint64_t(frames) > limit / frameBytes) return false;
+  const std::size_t wanted = size() + static_cast<std::size_t>(frameBytes * std::uint64_t(frames));
+  // Room at the back is enough; otherwise what was handed out makes room first.
+  if (bytes_.capacity() - start_ >= wanted) return true;
+  Compact();
   try {
-    bytes_.reserve(bytes_.size() + static_cast<std::size_t>(frameBytes * std::uint64_t(frames)));
+    bytes_.reserve(wanted);
   } catch (const std::bad_alloc&) {
     return false;
   } catch (const std::length_error&) {
@@ -60,6 +164,9 @@ bool PendingAudio::Reserve(std::int32_t frames, std::uint32_t channels, std::uin
 bool PendingAudio::Append(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return true;
   if (!data) return false;
+  // What was handed out is dropped only when the vector would grow anyway, or
+  // when it outweighs what is held, so every byte moves at most about once.
+  if (start_ > 0 && (bytes_.size() + size > bytes_.capacity() || start_ >= this->size())) Compact();
   try {
     bytes_.insert(bytes_.end(), data, data + size);
   } catch (const std::bad_alloc&) {
@@ -72,16 +179,16 @@ bool PendingAudio::Append(const std::uint8_t* data, std::size_t size) {
 
 std::size_t PendingAudio::AvailableFrames(std::uint32_t channels, std::uint32_t bytesPerSample) const {
   if (channels == 0 || bytesPerSample == 0) return 0;
-  return bytes_.size() / bytesPerSample / channels;
+  return size() / bytesPerSample / channels;
 }
 
 std::size_t PendingAudio::Deliver(std::size_t frames, std::uint32_t channels, std::uint32_t bytesPerSample,
                                   float* const* channelBuffers) {
   frames = std::min(frames, AvailableFrames(channels, bytesPerSample));
   if (frames == 0) return 0;
-  DeinterleaveSamples(bytes_.data(), frames, channels, bytesPerSample, channelBuffers);
-  const std::size_t consumed = frames * channels * bytesPerSample;
-  bytes_.erase(bytes_.begin(), bytes_.begin() + static_cast<std::ptrdiff_t>(consumed));
+  DeinterleaveSamples(bytes_.data() + start_, frames, channels, bytesPerSample, channelBuffers);
+  start_ += frames * channels * bytesPerSample;
+  if (start_ == bytes_.size()) Clear();
   return frames;
 }
 

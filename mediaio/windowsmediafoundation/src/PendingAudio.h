@@ -17,7 +17,9 @@ void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, st
                          std::uint32_t bytesPerSample, float* const* channelBuffers);
 
 // Interleaved frames in the client format, appended as the decoder delivers
-// them and consumed from the front. May end in a partial frame.
+// them and consumed from the front. May end in a partial frame. Consumed
+// bytes are skipped by an offset and dropped only now and then, so a large
+// decoded buffer read in small requests is not moved once a request.
 class PendingAudio {
  public:
   // Grows the capacity to the bytes held plus `frames` frames, so that the
@@ -32,17 +34,22 @@ class PendingAudio {
   std::size_t AvailableFrames(std::uint32_t channels, std::uint32_t bytesPerSample) const;
 
   // De-interleaves the first `frames` frames (at most the available ones)
-  // into `channelBuffers` and removes them; the rest moves to the front.
-  // Returns the frames removed.
+  // into `channelBuffers` and removes them. Returns the frames removed.
   std::size_t Deliver(std::size_t frames, std::uint32_t channels, std::uint32_t bytesPerSample,
                       float* const* channelBuffers);
 
-  void Clear() { bytes_.clear(); }
-  std::size_t size() const { return bytes_.size(); }
-  std::size_t capacity() const { return bytes_.capacity(); }
+  void Clear();
+  // Bytes held, not yet handed out.
+  std::size_t size() const { return bytes_.size() - start_; }
+  // Bytes that can be held without reallocating.
+  std::size_t capacity() const { return bytes_.capacity() - start_; }
 
  private:
+  // Drops the bytes already handed out.
+  void Compact();
+
   std::vector<std::uint8_t> bytes_;
+  std::size_t start_ = 0;  // the first byte not yet handed out
 };
 
 }  // namespace windowsmediafoundation
