@@ -12,6 +12,7 @@
 
 #include "CheckReport.h"
 #include "Commands.h"
+#include "InputFile.h"
 #include "Watchdog.h"
 #include "aurivox/Decoder.h"
 
@@ -193,6 +194,9 @@ class Checker {
     progress_.store(0);
     FileCheck check;
     check.path = path;
+    // The module is still asked: its result for such a file is what a
+    // check records; the tool's words say what the code means here.
+    check.inputProblem = InputFileProblem(path);
     Arm();
     double seconds = 0;
     {
