@@ -65,7 +65,7 @@ TEST(CheckLine, TextOfADecodedFile) {
 
 TEST(CheckLine, TextOfARefusedFileHasNoReadPart) {
   EXPECT_EQ(CheckLineText(Refused(2)),
-            "b.m4a: refused at open: open 2 (Media Foundation could not open the file or set up its audio); 0.00 s");
+            "b.m4a: refused at open: open 2 (the media reader could not open the file or set up its audio); 0.00 s");
 }
 
 TEST(CheckLine, TextOfAFailedReadAndOfAnUndocumentedCode) {
