@@ -1,7 +1,7 @@
-# Header-only dependencies (Boost, xxHash, utfcpp) and GoogleTest.
+# Header-only dependencies (Boost, xxHash, utfcpp, nlohmann-json) and GoogleTest.
 #
 # Natively and on Windows (vcpkg) the packages' own CMake configs are used.
-# The mingw cross compiler must never see /usr/include, so for it the three
+# The mingw cross compiler must never see /usr/include, so for it the
 # header-only libraries are exposed through a build-local folder that holds
 # links to them and nothing else.
 
@@ -11,7 +11,7 @@ if(CMAKE_CROSSCOMPILING)
   set(_host_include /usr/include)
   set(_deps_include ${CMAKE_BINARY_DIR}/deps/include)
   file(MAKE_DIRECTORY ${_deps_include})
-  foreach(_entry boost xxhash.h xxh3.h utf8.h utf8)
+  foreach(_entry boost xxhash.h xxh3.h utf8.h utf8 nlohmann)
     if(_entry MATCHES "^utf8")
       set(_source ${_host_include}/utf8cpp/${_entry})
     else()
@@ -48,6 +48,14 @@ else()
   else()
     find_path(AURIVOX_UTFCPP_INCLUDE utf8.h PATH_SUFFIXES utf8cpp REQUIRED)
     target_include_directories(aurivox_header_deps SYSTEM INTERFACE ${AURIVOX_UTFCPP_INCLUDE})
+  endif()
+
+  find_package(nlohmann_json 3 CONFIG QUIET)
+  if(TARGET nlohmann_json::nlohmann_json)
+    target_link_libraries(aurivox_header_deps INTERFACE nlohmann_json::nlohmann_json)
+  else()
+    find_path(AURIVOX_NLOHMANN_JSON_INCLUDE nlohmann/json.hpp REQUIRED)
+    target_include_directories(aurivox_header_deps SYSTEM INTERFACE ${AURIVOX_NLOHMANN_JSON_INCLUDE})
   endif()
 endif()
 

@@ -41,10 +41,10 @@ std::vector<std::string> Lines(const std::string& text) {
   return lines;
 }
 
-// The value after `"key": ` in a one-line JSON object, up to the next comma
+// The value after `"key":` in a one-line JSON object, up to the next comma
 // or brace.
 std::string JsonValue(const std::string& object, const std::string& key) {
-  const std::string marker = "\"" + key + "\": ";
+  const std::string marker = "\"" + key + "\":";
   const std::size_t at = object.find(marker);
   if (at == std::string::npos) return "<missing>";
   const std::size_t begin = at + marker.size();

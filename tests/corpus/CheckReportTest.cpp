@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "Json.h"
+
 namespace aurivox_tool {
 namespace {
 
@@ -63,7 +65,7 @@ TEST(CheckLine, TextOfADecodedFile) {
 
 TEST(CheckLine, TextOfARefusedFileHasNoReadPart) {
   EXPECT_EQ(CheckLineText(Refused(2)),
-            "b.m4a: refused at open: open 2 (Media Foundation could not open the file or set up its audio); 0.00 s");
+            "b.m4a: refused at open: open 2 (the media reader could not open the file or set up its audio); 0.00 s");
 }
 
 TEST(CheckLine, TextOfAFailedReadAndOfAnUndocumentedCode) {
@@ -98,23 +100,34 @@ TEST(CheckLine, TextOfAHungFile) {
 
 TEST(CheckLine, JsonOfEachOutcome) {
   EXPECT_EQ(CheckLineJson(Decoded(10)),
-            "{\"path\": \"a.wav\", \"outcome\": \"decoded\", \"open\": {\"code\": 0, \"meaning\": \"success\"}, "
-            "\"channels\": 2, \"durationFrames\": 10, \"framesRead\": 10, \"read\": {\"code\": 0, \"meaning\": "
-            "\"success\"}, \"stoppedOnZeros\": false, \"documented\": true, \"seconds\": 0.250}");
-  const std::string refused = CheckLineJson(Refused(99));
-  EXPECT_NE(refused.find("\"outcome\": \"refused at open\", \"open\": {\"code\": 99"), std::string::npos) << refused;
-  EXPECT_NE(refused.find("\"read\": null"), std::string::npos) << refused;
+            R"({"path":"a.wav","outcome":"decoded","open":{"code":0,"meaning":"success"},"channels":2,)"
+            R"("durationFrames":10,"framesRead":10,"read":{"code":0,"meaning":"success"},"stoppedOnZeros":false,)"
+            R"("documented":true,"seconds":0.25})");
+  FileCheck refused = Refused(99);
+  refused.inputProblem = "the file is empty";
+  const std::string refusedJson = CheckLineJson(refused);
+  EXPECT_NE(refusedJson.find(R"("outcome":"refused at open","open":{"code":99)"), std::string::npos) << refusedJson;
+  EXPECT_NE(refusedJson.find(R"("problem":"the file is empty")"), std::string::npos) << refusedJson;
+  EXPECT_NE(refusedJson.find(R"("read":null)"), std::string::npos) << refusedJson;
   FileCheck hung = Refused(0);
   hung.hung = true;
   const std::string hungJson = CheckLineJson(hung);
-  EXPECT_EQ(hungJson.find("\"open\""), std::string::npos) << hungJson;
-  EXPECT_NE(hungJson.find("\"outcome\": \"hung\""), std::string::npos) << hungJson;
+  EXPECT_EQ(hungJson.find(R"("open")"), std::string::npos) << hungJson;
+  EXPECT_NE(hungJson.find(R"("outcome":"hung")"), std::string::npos) << hungJson;
 }
 
-TEST(CheckLine, JsonEscapesThePath) {
+// Names may hold quotes, backslashes, control characters and any bytes; the
+// line stays one valid JSON object either way.
+TEST(CheckLine, JsonKeepsOddPathsReadable) {
   FileCheck check = Refused(2);
-  check.path = "Z:\\media\\\"quoted\".wav";
-  EXPECT_NE(CheckLineJson(check).find("\"path\": \"Z:\\\\media\\\\\\\"quoted\\\".wav\""), std::string::npos);
+  for (const std::string path : {"Z:\\media\\\"quoted\".wav", "tab\there\x01\n.wav", "caf\xC3\xA9 \xE6\x97\xA5.m4a"}) {
+    check.path = path;
+    const std::string line = CheckLineJson(check);
+    EXPECT_EQ(line.find('\n'), std::string::npos) << line;
+    EXPECT_EQ(Json::parse(line)["path"], path) << line;
+  }
+  check.path = "bad\xFF" "byte.wav";
+  EXPECT_EQ(Json::parse(CheckLineJson(check))["path"], "bad\xEF\xBF\xBD" "byte.wav");
 }
 
 TEST(CheckSummaryText, CountsOutcomesAndRefusalsByCode) {
@@ -129,8 +142,8 @@ TEST(CheckSummaryText, CountsOutcomesAndRefusalsByCode) {
   EXPECT_EQ(summary.Text(),
             "6 files: 2 decoded, 3 refused at open (2: 2, 99: 1), 1 failed while reading (33: 1)");
   EXPECT_EQ(summary.Json(),
-            "{\"files\": 6, \"decoded\": 2, \"refusedAtOpen\": 3, \"refusedByCode\": {\"2\": 2, \"99\": 1}, "
-            "\"failedWhileReading\": 1, \"failedByCode\": {\"33\": 1}, \"hung\": 0, \"outsideDocumentedCodes\": 0}");
+            R"({"files":6,"decoded":2,"refusedAtOpen":3,"refusedByCode":{"2":2,"99":1},)"
+            R"("failedWhileReading":1,"failedByCode":{"33":1},"hung":0,"outsideDocumentedCodes":0})");
 }
 
 TEST(CheckSummaryText, NamesHangsAndUndocumentedCodes) {

@@ -12,6 +12,7 @@
 
 #include "CheckReport.h"
 #include "Commands.h"
+#include "InputFile.h"
 #include "Watchdog.h"
 #include "aurivox/Decoder.h"
 
@@ -32,8 +33,8 @@ constexpr char kHelp[] =
     "claims more than it holds.\n"
     "\n"
     "Each file gets 120 seconds. A file still running then is reported as hung\n"
-    "and the process ends at once with status 3 (a thread stuck inside Media\n"
-    "Foundation cannot be recovered).\n"
+    "and the process ends at once with status 3 (a thread stuck inside the\n"
+    "platform's media reader cannot be recovered).\n"
     "\n"
     "Exit status: 0 when every file ended with one of the documented result codes\n"
     "(0, 2, 3, 5, 9, 33, 99), 1 when one did not, 2 for a usage error, 3 for a\n"
@@ -182,7 +183,7 @@ class Checker {
     for (const std::string& path : options_.paths) printer_.File(Check(path));
     printer_.Summary(summary_);
     // Media sources finish closing on threads of their own after the last
-    // release, and Media Foundation shuts down as soon as this returns.
+    // release, and the media platform shuts down as soon as this returns.
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     return summary_.undocumented() > 0 ? kExitFailure : kExitOk;
   }
@@ -194,6 +195,9 @@ class Checker {
     FileCheck check;
     check.path = path;
     Arm();
+    // The module is still asked: its result for such a file is what a
+    // check records; the tool's words say what the code means here.
+    check.inputProblem = InputFileProblem(path);
     double seconds = 0;
     {
       Aurivox::Decoder decoder;

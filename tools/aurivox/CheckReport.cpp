@@ -28,9 +28,7 @@ std::string ResultText(int result) {
   return std::to_string(result) + " (" + DescribeResult(result) + ")";
 }
 
-std::string ResultJson(int result) {
-  return "{\"code\": " + std::to_string(result) + ", \"meaning\": " + JsonString(DescribeResult(result)) + "}";
-}
+Json ResultJson(int result) { return {{"code", result}, {"meaning", DescribeResult(result)}}; }
 
 // "2: 5, 99: 1"
 std::string CodeCounts(const std::map<int, int>& counts) {
@@ -43,13 +41,10 @@ std::string CodeCounts(const std::map<int, int>& counts) {
 }
 
 // {"2": 5, "99": 1}
-std::string CodeCountsJson(const std::map<int, int>& counts) {
-  std::string json;
-  for (const auto& [code, count] : counts) {
-    if (!json.empty()) json += ", ";
-    json += "\"" + std::to_string(code) + "\": " + std::to_string(count);
-  }
-  return "{" + json + "}";
+Json CodeCountsJson(const std::map<int, int>& counts) {
+  Json json = Json::object();
+  for (const auto& [code, count] : counts) json[std::to_string(code)] = count;
+  return json;
 }
 
 }  // namespace
@@ -87,6 +82,7 @@ std::string CheckLineText(const FileCheck& check) {
            " frames read";
   }
   line += ": open " + ResultText(check.openResult);
+  if (!check.inputProblem.empty()) line += "; " + check.inputProblem;
   if (check.openResult == 0) {
     if (check.channels == 0) {
       line += "; no audio to read";
@@ -102,18 +98,17 @@ std::string CheckLineText(const FileCheck& check) {
 }
 
 std::string CheckLineJson(const FileCheck& check) {
-  char seconds[32];
-  std::snprintf(seconds, sizeof seconds, "%.3f", check.seconds);
-  std::string json = "{\"path\": " + JsonString(check.path) +
-                     ", \"outcome\": " + JsonString(OutcomeText(check.Outcome()));
-  if (!check.hung) json += ", \"open\": " + ResultJson(check.openResult);
-  json += ", \"channels\": " + std::to_string(check.channels) +
-          ", \"durationFrames\": " + Frames(check.durationFrames) +
-          ", \"framesRead\": " + Frames(check.framesRead) +
-          ", \"read\": " + (check.readAttempted && !check.hung ? ResultJson(check.readResult) : "null") +
-          ", \"stoppedOnZeros\": " + (check.stoppedOnZeros ? "true" : "false") +
-          ", \"documented\": " + (check.ResultsDocumented() ? "true" : "false") + ", \"seconds\": " + seconds + "}";
-  return json;
+  Json json = {{"path", check.path}, {"outcome", OutcomeText(check.Outcome())}};
+  if (!check.hung) json["open"] = ResultJson(check.openResult);
+  if (!check.inputProblem.empty()) json["problem"] = check.inputProblem;
+  json["channels"] = check.channels;
+  json["durationFrames"] = check.durationFrames;
+  json["framesRead"] = check.framesRead;
+  json["read"] = check.readAttempted && !check.hung ? ResultJson(check.readResult) : Json(nullptr);
+  json["stoppedOnZeros"] = check.stoppedOnZeros;
+  json["documented"] = check.ResultsDocumented();
+  json["seconds"] = RoundedSeconds(check.seconds, 3);
+  return JsonLine(json);
 }
 
 void CheckSummary::Add(const FileCheck& check) {
@@ -147,12 +142,14 @@ std::string CheckSummary::Text() const {
 }
 
 std::string CheckSummary::Json() const {
-  return "{\"files\": " + std::to_string(files_) + ", \"decoded\": " + std::to_string(decoded_) +
-         ", \"refusedAtOpen\": " + std::to_string(refusedAtOpen_) +
-         ", \"refusedByCode\": " + CodeCountsJson(refusedByCode_) +
-         ", \"failedWhileReading\": " + std::to_string(failedWhileReading_) +
-         ", \"failedByCode\": " + CodeCountsJson(failedByCode_) + ", \"hung\": " + std::to_string(hung_) +
-         ", \"outsideDocumentedCodes\": " + std::to_string(undocumented_) + "}";
+  return JsonLine({{"files", files_},
+                   {"decoded", decoded_},
+                   {"refusedAtOpen", refusedAtOpen_},
+                   {"refusedByCode", CodeCountsJson(refusedByCode_)},
+                   {"failedWhileReading", failedWhileReading_},
+                   {"failedByCode", CodeCountsJson(failedByCode_)},
+                   {"hung", hung_},
+                   {"outsideDocumentedCodes", undocumented_}});
 }
 
 bool ZeroRun::Add(std::int64_t frames, bool allZero) {

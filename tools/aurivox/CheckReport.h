@@ -23,6 +23,9 @@ const char* OutcomeText(CheckOutcome outcome);
 struct FileCheck {
   std::string path;
   int openResult = 0;
+  // What the tool found wrong with the file before opening it (missing, a
+  // folder, unreadable, empty); empty when nothing.
+  std::string inputProblem;
   bool hung = false;
   std::uint32_t channels = 0;
   std::int64_t durationFrames = 0;  // as the decoder reported it

@@ -1,3 +1,4 @@
+// The console on Windows: arguments from the wide command line, UTF-8 output.
 #include "Console.h"
 
 #include <io.h>

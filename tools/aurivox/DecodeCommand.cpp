@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Commands.h"
+#include "InputFile.h"
 #include "Progress.h"
 #include "ResultText.h"
 #include "WaveWriter.h"
@@ -77,6 +78,9 @@ int RunDecode(const Arguments& args) {
   const std::string& input = paths[0];
   const std::string& output = paths[1];
 
+  if (const std::string problem = InputFileProblem(input); !problem.empty()) {
+    return Fail("cannot open " + input + ": " + problem);
+  }
   Aurivox::Decoder decoder;
   const int opened = decoder.Open(orxcore::UTF8to16(input), nullptr);
   if (opened != Aurivox::kResultSuccess) {

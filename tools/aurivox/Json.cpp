@@ -1,29 +1,16 @@
 #include "Json.h"
 
-#include <cstdio>
+#include <cmath>
 
 namespace aurivox_tool {
 
-std::string JsonString(std::string_view text) {
-  std::string out = "\"";
-  for (const char c : text) {
-    switch (c) {
-      case '"': out += "\\\""; break;
-      case '\\': out += "\\\\"; break;
-      case '\n': out += "\\n"; break;
-      case '\r': out += "\\r"; break;
-      case '\t': out += "\\t"; break;
-      default:
-        if (static_cast<unsigned char>(c) < 0x20) {
-          char escaped[8];
-          std::snprintf(escaped, sizeof escaped, "\\u%04X", static_cast<unsigned>(c));
-          out += escaped;
-        } else {
-          out += c;
-        }
-    }
-  }
-  return out + "\"";
+std::string JsonLine(const Json& value) {
+  return value.dump(-1, ' ', false, Json::error_handler_t::replace);
+}
+
+double RoundedSeconds(double seconds, int decimals) {
+  const double scale = std::pow(10.0, decimals);
+  return std::round(seconds * scale) / scale;
 }
 
 }  // namespace aurivox_tool

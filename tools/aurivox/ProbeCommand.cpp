@@ -6,6 +6,7 @@
 
 #include "AVCHDUtils.h"
 #include "Commands.h"
+#include "InputFile.h"
 #include "Json.h"
 #include "ResultText.h"
 #include "aurivox/Decoder.h"
@@ -88,23 +89,21 @@ ProbeReport Probe(const std::string& path) {
 }
 
 void PrintJson(const ProbeReport& r) {
-  std::string labels, segments;
-  for (std::int32_t label : r.labels) labels += (labels.empty() ? "" : ", ") + std::to_string(label);
-  for (const auto& s : r.segments) segments += (segments.empty() ? "" : ", ") + JsonString(s);
   char codecId[16];
   std::snprintf(codecId, sizeof codecId, "0x%08X", r.codecId);
-  std::printf("{\"path\": %s, \"result\": %d", JsonString(r.path).c_str(), r.result);
-  if (r.result != Aurivox::kResultSuccess) {
-    std::printf(", \"error\": %s", JsonString(DescribeResult(r.result)).c_str());
-  }
-  std::printf(
-      ", \"sampleRate\": %u, \"channels\": %u, \"sampleType\": %s, \"channelLabels\": [%s], "
-      "\"durationFrames\": %" PRId64 ", \"durationSeconds\": %.6f, \"codecId\": \"%s\", "
-      "\"codecFourCC\": %s, \"description\": %s, \"segments\": [%s]}\n",
-      r.format.GetSampleRate(), r.format.GetChannelCount(),
-      JsonString(SampleTypeName(r.format.GetSampleType())).c_str(), labels.c_str(), r.durationFrames,
-      Seconds(r), codecId, JsonString(FourCC(r.codecId)).c_str(), JsonString(r.description).c_str(),
-      segments.c_str());
+  Json json = {{"path", r.path}, {"result", r.result}};
+  if (r.result != Aurivox::kResultSuccess) json["error"] = DescribeResult(r.result);
+  json["sampleRate"] = r.format.GetSampleRate();
+  json["channels"] = r.format.GetChannelCount();
+  json["sampleType"] = SampleTypeName(r.format.GetSampleType());
+  json["channelLabels"] = r.labels;
+  json["durationFrames"] = r.durationFrames;
+  json["durationSeconds"] = RoundedSeconds(Seconds(r), 6);
+  json["codecId"] = codecId;
+  json["codecFourCC"] = FourCC(r.codecId);
+  json["description"] = r.description;
+  json["segments"] = r.segments;
+  std::printf("%s\n", JsonLine(json).c_str());
 }
 
 void PrintText(const ProbeReport& r) {
@@ -150,6 +149,9 @@ int RunProbe(const Arguments& args) {
     }
   }
   if (path.empty()) return UsageError("probe", "missing FILE");
+  if (const std::string problem = InputFileProblem(path); !problem.empty()) {
+    return Fail("cannot open " + path + ": " + problem);
+  }
 
   const ProbeReport report = Probe(path);
   json ? PrintJson(report) : PrintText(report);

@@ -8,9 +8,9 @@ const char* DescribeResult(int result) {
   switch (result) {
     case Aurivox::kResultSuccess: return "success";
     case Aurivox::kResultOpenFailed:
-      return "Media Foundation could not open the file or set up its audio";
+      return "the media reader could not open the file or set up its audio";
     case Aurivox::kResultNoChannelLayout: return "the file has no channel layout";
-    case Aurivox::kResultNullRecord: return "Media Foundation could not open the file";
+    case Aurivox::kResultNullRecord: return "the media reader could not open the file";
     case Aurivox::kResultNoAudio: return "the file has no usable audio stream";
     case Aurivox::kResultReadFailed: return "reading the audio failed";
     case Aurivox::kResultBadArgument: return "the file could not be opened (bad path or unsupported file)";

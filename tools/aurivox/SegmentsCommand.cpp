@@ -45,12 +45,9 @@ void PrintSegments(const std::vector<orxcore::WString>& segments, bool json) {
     for (const auto& segment : segments) std::printf("%s\n", orxcore::UTF16toStdString(segment).c_str());
     return;
   }
-  std::string out = "[";
-  for (std::size_t i = 0; i < segments.size(); ++i) {
-    if (i > 0) out += ", ";
-    out += JsonString(orxcore::UTF16toStdString(segments[i]));
-  }
-  std::printf("%s]\n", out.c_str());
+  Json paths = Json::array();
+  for (const auto& segment : segments) paths.push_back(orxcore::UTF16toStdString(segment));
+  std::printf("%s\n", JsonLine(paths).c_str());
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // A time bound on one piece of work that may never return. A thread stuck
-// inside Media Foundation cannot be taken back, so when the bound runs out
-// the watchdog reports what was going on and ends the process at once.
+// inside the platform's media reader cannot be taken back, so when the
+// bound runs out the watchdog reports what was going on and ends the
+// process at once.
 #pragma once
 
 #include <chrono>

@@ -1,0 +1,24 @@
+// Starts the module, asks a decoder to open a file that is not there, and
+// shuts the module down: the opening must fail with a result code.
+#include <cstdio>
+
+#include "aurivox/Aurivox.h"
+#include "aurivox/Decoder.h"
+#include "aurivox/Version.h"
+
+int main() {
+  Aurivox::Initialize();
+  int result = Aurivox::kResultSuccess;
+  {
+    Aurivox::Decoder decoder;
+    imFileInfoRec8 info{};
+    result = decoder.Open(orxcore::UTF8to16("no-such-file.wav"), &info);
+  }
+  Aurivox::Terminate();
+  if (result == Aurivox::kResultSuccess) {
+    std::fprintf(stderr, "opening a missing file succeeded\n");
+    return 1;
+  }
+  std::printf("aurivox %s: opening a missing file gave result %d\n", AURIVOX_VERSION_STRING, result);
+  return 0;
+}
