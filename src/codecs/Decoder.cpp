@@ -71,8 +71,10 @@ std::int64_t Decoder::GetDuration() const { return duration; }
 int Decoder::OnAnalysis(imAnalysisRec* rec) const {
   if (!rec) return kResultNullRecord;
   const std::string text = orxcore::UTF16toStdString(codecDescription);
+  // Taken in 64 bits and tested before it is narrowed: a size of INT32_MIN
+  // leaves no room, and must not wrap round to a huge count.
   const std::int64_t room = std::int64_t{rec->bufferSize} - 1;
-  const std::int32_t n = static_cast<std::int32_t>(std::min<std::int64_t>(text.size(), room));
+  const std::int64_t n = std::min<std::int64_t>(static_cast<std::int64_t>(text.size()), room);
   if (n > 0 && rec->buffer) {
     std::memcpy(rec->buffer, text.data(), static_cast<std::size_t>(n));
     rec->buffer[n] = '\0';

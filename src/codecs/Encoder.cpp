@@ -2,6 +2,8 @@
 // write added, and clean-up. The platform operations are in EncoderPlatform.cpp.
 #include "aurivox/Encoder.h"
 
+#include <cstdint>
+
 #include "ZUM/PathUtils.h"
 #include "orxcore/Guid.h"
 
@@ -53,6 +55,10 @@ bool Encoder::GetEncodedBuffer(const std::uint8_t* data, std::uint32_t size, std
 
   std::uint64_t after = before;
   ZUM::File::SizeOnDisk(temporaryPath, after);
+  // A file that shrank added nothing, and one read cannot hand back more
+  // than 4 GiB: neither may wrap round to a huge size.
+  if (after < before) after = before;
+  if (after - before > UINT32_MAX) return false;
   out.resize(static_cast<std::size_t>(after - before));
   if (temporaryFile.SetFilePointer(static_cast<std::int64_t>(before), ZUM::kFromBeginning) < 0) return false;
   std::uint32_t read = 0;

@@ -193,7 +193,7 @@ TEST(DecoderRecords, AnalysisTextIsTheDescriptionCutToTheBuffer) {
   char text[64];
   imAnalysisRec rec{};
   rec.buffer = text;
-  for (std::int32_t size : {0, 1}) {
+  for (std::int32_t size : {INT32_MIN, -1, 0, 1}) {
     std::memset(text, '#', sizeof text);
     rec.bufferSize = size;
     EXPECT_EQ(decoder.OnAnalysis(&rec), Aurivox::kResultSuccess);
@@ -204,9 +204,11 @@ TEST(DecoderRecords, AnalysisTextIsTheDescriptionCutToTheBuffer) {
   EXPECT_EQ(decoder.OnAnalysis(&rec), Aurivox::kResultSuccess);
   EXPECT_EQ(std::string(text), description.substr(0, 4));
   EXPECT_EQ(text[5], '#');
-  rec.bufferSize = sizeof text;
-  EXPECT_EQ(decoder.OnAnalysis(&rec), Aurivox::kResultSuccess);
-  EXPECT_EQ(std::string(text), description);
+  for (std::int32_t size : {std::int32_t{sizeof text}, INT32_MAX}) {
+    rec.bufferSize = size;  // a larger buffer than the text needs: the text and its NUL
+    EXPECT_EQ(decoder.OnAnalysis(&rec), Aurivox::kResultSuccess);
+    EXPECT_EQ(std::string(text), description);
+  }
   EXPECT_EQ(decoder.OnAnalysis(nullptr), Aurivox::kResultNullRecord);
   EXPECT_EQ(decoder.OnGetAudioChannelLayout(nullptr), Aurivox::kResultNullRecord);
 }

@@ -5,6 +5,7 @@
 
 #include "Commands.h"
 #include "Console.h"
+#include "WineExitWorkaround.h"
 #include "aurivox/Aurivox.h"
 #include "aurivox/Version.h"
 
@@ -82,6 +83,7 @@ int main(int argc, char** argv) {
   aurivox_tool::PrepareConsole();
   Aurivox::Initialize();
   const int status = aurivox_tool::Run(aurivox_tool::CommandLineArguments(argc, argv));
+  aurivox_tool::EndProcessEarlyUnderWine(status);
   Aurivox::Terminate();
   return status;
 }

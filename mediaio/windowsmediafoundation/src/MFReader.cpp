@@ -91,17 +91,12 @@ bool MFReader::OpenFromStream(const std::shared_ptr<StreamInterface>& stream, Op
   return FinishOpen(hr, status, wantVideo, wantAudio);
 }
 
-// Wine's media source crashes when it is shut down while it restarts after a
-// seek, and every open ends with one. A read waits for the restart; it costs
-// one decoded buffer, and only when nothing was read since the seek.
 void MFReader::ReleaseReader() {
-  if (reader_ && restartPending_ && (hasAudio_ || hasVideo_)) {
-    DWORD flags = 0;
-    ComPtr<IMFSample> sample;
-    reader_->ReadSample(hasAudio_ ? MF_SOURCE_READER_FIRST_AUDIO_STREAM : MF_SOURCE_READER_FIRST_VIDEO_STREAM, 0,
-                        nullptr, &flags, nullptr, &sample);
+  if (hasAudio_ || hasVideo_) {
+    restartGuard_.SettleBeforeRelease(
+        reader_.Get(), hasAudio_ ? MF_SOURCE_READER_FIRST_AUDIO_STREAM : MF_SOURCE_READER_FIRST_VIDEO_STREAM);
   }
-  restartPending_ = false;
+  restartGuard_ = SourceRestartGuard();
   reader_.Reset();
 }
 
@@ -138,9 +133,8 @@ bool MFReader::SetUpStreams(OpenStatus& status, bool wantVideo, bool wantAudio) 
   if (hasVideo_) result = SetupVideo();
   if (SUCCEEDED(result) && hasAudio_) PrimeAudio();
   // A failed set-up stays the result; otherwise the rewind decides.
-  // With no stream set up there is nothing to rewind, and Wine's source,
-  // restarted with nothing to read, crashes when released during the restart.
-  if (SUCCEEDED(result) && (hasAudio_ || hasVideo_)) result = Seek(0);
+  const bool rewinds = hasAudio_ || hasVideo_ || SourceRestartGuard::RewindsWithoutStreams();
+  if (SUCCEEDED(result) && rewinds) result = Seek(0);
   if (SUCCEEDED(result)) nextVideoFrame_ = 0;
   if (FAILED(result)) {
     status.statusClass = kOpenStatusReaderFailed;

@@ -16,6 +16,7 @@
 
 #include "PendingAudio.h"
 #include "StreamInterface.h"
+#include "WineSourceReaderWorkarounds.h"
 #include "orxcore/String.h"
 #include "orxmediatypes/AudioFormat.h"
 
@@ -188,8 +189,8 @@ class MFReader {
   bool endOfStream_ = false;
   std::int64_t samplesDelivered_ = 0;
   PendingAudio pendingAudio_;
-  // A seek succeeded and no read has waited for the source to restart.
-  bool restartPending_ = false;
+  // Whether a seek's restart is still under way when the reader is released.
+  SourceRestartGuard restartGuard_;
 
   // Video path state.
   Microsoft::WRL::ComPtr<IMFMediaType> videoType_;

@@ -50,7 +50,7 @@ bool MFReader::ReadAudioSamples(std::int64_t /*position*/, std::int32_t& count, 
     // Decoded data is concatenated as it comes: timestamps, durations and
     // discontinuities are not looked at.
     hr = reader_->ReadSample(MF_SOURCE_READER_FIRST_AUDIO_STREAM, 0, nullptr, &flags, nullptr, &sample);
-    restartPending_ = false;
+    restartGuard_.NoteRead();
     if (FAILED(hr)) break;
     if (flags & MF_SOURCE_READERF_ENDOFSTREAM) {
       endOfStream_ = true;
@@ -96,7 +96,7 @@ HRESULT MFReader::Seek(std::int64_t position) {
   value.hVal.QuadPart = position;
   // GUID_NULL: the position counts 100-ns units.
   const HRESULT hr = reader_->SetCurrentPosition(GUID_NULL, value);
-  if (SUCCEEDED(hr)) restartPending_ = true;
+  if (SUCCEEDED(hr)) restartGuard_.NoteSeek();
   if (FAILED(hr)) {
     if (g_seekPosition.Enabled()) g_seekPosition.WriteLine("Seek To: " + std::to_string(position));
     TraceMFError(g_seekError, hr);

@@ -87,7 +87,7 @@ HRESULT MFReader::ReadNextVideoFrame(std::int64_t firstWanted, ComPtr<IMFSample>
     LONGLONG time = 0;
     ComPtr<IMFSample> decoded;
     HRESULT hr = reader_->ReadSample(MF_SOURCE_READER_FIRST_VIDEO_STREAM, 0, nullptr, &flags, &time, &decoded);
-    restartPending_ = false;
+    restartGuard_.NoteRead();
     if (FAILED(hr)) return hr;
     if (flags & MF_SOURCE_READERF_ENDOFSTREAM) {
       hr = convertsVideo_ ? DrainFrame(resizer_.Get(), frame) : S_FALSE;

@@ -1,5 +1,6 @@
 #include "RegistryKeySnapshot.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "orxcore/WideChar.h"
@@ -80,7 +81,9 @@ LONG RegistryKeySnapshot::ReadSubKeys(DWORD subKeyCount) {
 
 LONG RegistryKeySnapshot::ReadValues(DWORD valueCount, DWORD maxValueDataBytes) {
   std::vector<wchar_t> name(kMaxNameLength + 1);
-  std::vector<BYTE> data(maxValueDataBytes);
+  // Never an empty buffer: with no buffer at all the enumeration succeeds and
+  // reports the size it would have written, however much the value grew.
+  std::vector<BYTE> data(std::max<DWORD>(maxValueDataBytes, 1));
   LONG result = ERROR_SUCCESS;
   for (DWORD index = 0; index < valueCount; ++index) {
     DWORD length = static_cast<DWORD>(name.size());
@@ -88,8 +91,9 @@ LONG RegistryKeySnapshot::ReadValues(DWORD valueCount, DWORD maxValueDataBytes) 
     DWORD dataBytes = static_cast<DWORD>(data.size());
     result = RegEnumValueW(key_, index, name.data(), &length, nullptr, &type, data.data(), &dataBytes);
     if (result != ERROR_SUCCESS) break;
+    const DWORD kept = std::min<DWORD>(dataBytes, static_cast<DWORD>(data.size()));
     values_.push_back({orxcore::FromWide(name.data(), length), type,
-                       std::vector<std::uint8_t>(data.begin(), data.begin() + dataBytes)});
+                       std::vector<std::uint8_t>(data.begin(), data.begin() + kept)});
   }
   return result;
 }

@@ -16,9 +16,8 @@ struct SourceReaderFactory {
       fromByteStream;
 };
 
-// MFCreateSourceReaderFromURL and MFCreateSourceReaderFromByteStream, each
-// given up with HRESULT_FROM_WIN32(ERROR_TIMEOUT) when it does not return
-// within half a minute.
+// MFCreateSourceReaderFromURL and MFCreateSourceReaderFromByteStream (under
+// Wine given up after a deadline; see WineSourceReaderWorkarounds.h).
 const SourceReaderFactory& MediaFoundationSourceReaderFactory();
 
 // The factory readers use now: the innermost ScopedSourceReaderFactory, else

@@ -1,0 +1,76 @@
+// The Wine workarounds, both ways: inert on Windows, in force under Wine.
+#include "WineSourceReaderWorkarounds.h"
+
+#include <windows.h>
+
+#include <atomic>
+#include <thread>
+
+#include "FakeReaderTest.h"
+
+namespace windowsmediafoundation {
+namespace {
+
+using aurivox_test::SampleRead;
+
+class RestartAndRewind : public aurivox_test::FakeReaderTest, public ::testing::WithParamInterface<bool> {};
+
+TEST_P(RestartAndRewind, OnlyWineGetsTheSettlingReadAndTheSkippedRewind) {
+  const bool underWine = GetParam();
+  ScopedWineDetectionForTesting detection(underWine);
+  fake->reads = {SampleRead(aurivox_test::Pcm16({1, 2})), SampleRead(aurivox_test::Pcm16({3, 4}))};
+  ASSERT_TRUE(Open());
+  EXPECT_EQ(fake->readCalls, 1) << "the priming read";
+  reader = std::make_unique<MFReader>();  // the old one is released
+  EXPECT_EQ(fake->readCalls, underWine ? 2 : 1) << "a read before release waits for the restart";
+
+  fake->sourceAudio.reset();
+  fake->positions.clear();
+  EXPECT_FALSE(Open());
+  EXPECT_EQ(fake->positions, underWine ? std::vector<LONGLONG>{} : std::vector<LONGLONG>{0})
+      << "a reader without streams is rewound on Windows only";
+}
+
+INSTANTIATE_TEST_SUITE_P(UnderWineOrNot, RestartAndRewind, ::testing::Bool());
+
+TEST(ReaderCreation, OnWindowsRunsOnTheCallersThreadWithoutDeadline) {
+  ScopedWineDetectionForTesting detection(false);
+  const DWORD caller = GetCurrentThreadId();
+  DWORD creator = 0;
+  IMFSourceReader* reader = nullptr;
+  const HRESULT hr = CreateSourceReaderWithin(
+      [&](IMFSourceReader**) {
+        creator = GetCurrentThreadId();
+        Sleep(50);
+        return MF_E_UNSUPPORTED_BYTESTREAM_TYPE;
+      },
+      &reader, std::chrono::milliseconds(1));
+  EXPECT_EQ(hr, MF_E_UNSUPPORTED_BYTESTREAM_TYPE) << "no deadline on Windows";
+  EXPECT_EQ(creator, caller);
+}
+
+TEST(ReaderCreation, UnderWineAStuckCreationIsGivenUpAndAccountedForUntilItReturns) {
+  ScopedWineDetectionForTesting detection(true);
+  std::atomic<bool> release{false};
+  IMFSourceReader* reader = nullptr;
+  const HRESULT hr = CreateSourceReaderWithin(
+      [&](IMFSourceReader**) {
+        while (!release) Sleep(5);
+        return S_OK;
+      },
+      &reader, std::chrono::milliseconds(50));
+  EXPECT_EQ(hr, HRESULT_FROM_WIN32(ERROR_TIMEOUT));
+  EXPECT_EQ(reader, nullptr);
+  EXPECT_FALSE(WaitForAbandonedCreations(std::chrono::milliseconds(50)))
+      << "the platform must not shut down under a running creation";
+  release = true;
+  EXPECT_TRUE(WaitForAbandonedCreations(std::chrono::seconds(10)));
+
+  EXPECT_EQ(CreateSourceReaderWithin([](IMFSourceReader**) { return E_ACCESSDENIED; }, &reader,
+                                     std::chrono::seconds(10)),
+            E_ACCESSDENIED)
+      << "a creation that returns in time passes its result on";
+}
+
+}  // namespace
+}  // namespace windowsmediafoundation

@@ -1,0 +1,8 @@
+#include "WineExitWorkaround.h"
+
+namespace aurivox_tool {
+
+// No Wine here: the process ends normally.
+void EndProcessEarlyUnderWine(int) {}
+
+}  // namespace aurivox_tool
