@@ -62,8 +62,10 @@ int OpenFileCounter::Count() const {
   // Plain readdir and fstat: this runs after most operations of a target, and
   // reading a descriptor's path costs far more than stat, so only files on
   // the folder's own file system have theirs read.
-  DIR* descriptors = ::opendir("/proc/self/fd");
+  // The listing stays open between counts; rewinding it reads it afresh.
+  static DIR* const descriptors = ::opendir("/proc/self/fd");
   FUZZ_CHECK(descriptors != nullptr);
+  ::rewinddir(descriptors);
   int count = 0;
   char target[4096];
   while (const dirent* entry = ::readdir(descriptors)) {
@@ -78,7 +80,6 @@ int OpenFileCounter::Count() const {
       ++count;
     }
   }
-  ::closedir(descriptors);
   return count;
 }
 
