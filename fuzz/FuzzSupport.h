@@ -21,7 +21,7 @@ namespace aurivox_fuzz {
 // Records a target reads from one input. libFuzzer lets inputs grow to 4 KiB,
 // and hundreds of records in one run buy no coverage that a few do not, while
 // they cut the runs a second by as much.
-constexpr int kMaxRecordsPerInput = 16;
+constexpr int kMaxRecordsPerInput = 8;
 
 [[noreturn]] void CheckFailed(const char* condition, const char* file, int line);
 
