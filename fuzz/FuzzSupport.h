@@ -3,6 +3,8 @@
 // folder removed at exit.
 #pragma once
 
+#include <sys/types.h>
+
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -15,6 +17,11 @@
   ((condition) ? (void)0 : ::aurivox_fuzz::CheckFailed(#condition, __FILE__, __LINE__))
 
 namespace aurivox_fuzz {
+
+// Records a target reads from one input. libFuzzer lets inputs grow to 4 KiB,
+// and hundreds of records in one run buy no coverage that a few do not, while
+// they cut the runs a second by as much.
+constexpr int kMaxRecordsPerInput = 8;
 
 [[noreturn]] void CheckFailed(const char* condition, const char* file, int line);
 
@@ -37,6 +44,7 @@ class OpenFileCounter {
 
  private:
   std::string prefix_;  // the folder as the kernel names it, with a final "/"
+  dev_t device_;        // the file system the folder is on
 };
 
 // Takes fields from the front of an input, so that fuzz/make-seeds can write

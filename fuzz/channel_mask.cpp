@@ -2,7 +2,8 @@
 // against the rule read straight off the speaker-bit table.
 //
 // Input: records of a U32 mask and a U32 channel count (brought into
-// -512..512 so that a layout stays small), until the input runs out.
+// -64..64 so that a layout stays small), until the input runs out
+// (at most kMaxRecordsPerInput).
 #include <algorithm>
 #include <cstdint>
 #include <string>
@@ -51,10 +52,10 @@ void CheckLayout(std::uint32_t mask, std::int32_t channelCount, const AudioChann
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   aurivox_fuzz::ByteReader input(data, size);
-  do {
+  for (int record = 0; record < aurivox_fuzz::kMaxRecordsPerInput; ++record) {
     const std::uint32_t mask = input.U32();
     auto channelCount = static_cast<std::int32_t>(input.U32());
-    if (channelCount > 512 || channelCount < -512) channelCount %= 513;
+    if (channelCount > 64 || channelCount < -64) channelCount %= 65;
 
     // Whatever the vector held before is replaced.
     AudioChannelLayout layout(static_cast<std::size_t>(mask % 5), AudioChannelDescription(999));
@@ -72,6 +73,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       ++separators;
     }
     FUZZ_CHECK(layout.empty() ? separators == 0 : separators == layout.size() - 1);
-  } while (!input.empty());
+    if (input.empty()) break;
+  }
   return 0;
 }

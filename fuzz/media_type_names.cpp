@@ -3,7 +3,8 @@
 // audio, first row for video), an unknown GUID gives the unknown text with the
 // GUID in it, and the size and rate parts appear exactly when they apply.
 //
-// Input: records until the input runs out. A record is a kind byte (% 4:
+// Input: records until the input runs out (at most
+// kMaxRecordsPerInput). A record is a kind byte (% 4:
 // 0 a table row's GUID by a U16 index, with data1 changed by a U32 when the
 // next byte % 4 is 0; 1 the subtype base with a U32 data1; 2 the attribute
 // base with a U32 data1; 3 sixteen raw bytes), a flags byte (bit 0 no width,
@@ -13,6 +14,7 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <map>
 #include <string>
 
 #include "FuzzSupport.h"
@@ -37,15 +39,25 @@ std::string BracedGuidText(const Guid& guid) {
   return text;
 }
 
+// The first and last table rows of each GUID, indexed once: a scan of the
+// whole table per lookup would cost most of each run.
+struct RowSpan {
+  int first;
+  int last;
+};
+
 int FindRow(const Guid& guid, bool last) {
-  int found = kNoRow;
-  const auto& table = MediaTypeNameTable();
-  for (int i = 0; i < static_cast<int>(table.size()); ++i) {
-    if (table[i].guid != guid) continue;
-    found = i;
-    if (!last) break;
-  }
-  return found;
+  static const auto* rows = [] {
+    auto* index = new std::map<Guid, RowSpan>;
+    const auto& table = MediaTypeNameTable();
+    for (int i = 0; i < static_cast<int>(table.size()); ++i) {
+      index->emplace(table[i].guid, RowSpan{i, i}).first->second.last = i;
+    }
+    return index;
+  }();
+  const auto found = rows->find(guid);
+  if (found == rows->end()) return kNoRow;
+  return last ? found->second.last : found->second.first;
 }
 
 bool OnAttributeBase(const Guid& guid) {
@@ -154,7 +166,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   FUZZ_CHECK(defaults);
 
   aurivox_fuzz::ByteReader input(data, size);
-  do {
+  for (int record = 0; record < aurivox_fuzz::kMaxRecordsPerInput; ++record) {
     const Guid subtype = ReadGuid(input);
     const unsigned flags = input.Byte();
     std::uint32_t width = input.U32(), height = input.U32();
@@ -165,6 +177,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (flags & 4) denominator = numerator;
     CheckAudio(subtype);
     CheckVideo(subtype, width, height, numerator, denominator);
-  } while (!input.empty());
+    if (input.empty()) break;
+  }
   return 0;
 }

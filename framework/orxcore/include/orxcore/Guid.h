@@ -28,7 +28,10 @@ struct Guid {
 
   bool IsNull() const { return *this == Guid{}; }
 
-  friend bool operator==(const Guid& a, const Guid& b) { return a.GuidToBytes() == b.GuidToBytes(); }
+  // Field by field: subtype names are found by scanning tables of hundreds.
+  friend bool operator==(const Guid& a, const Guid& b) {
+    return a.data1 == b.data1 && a.data2 == b.data2 && a.data3 == b.data3 && a.data4 == b.data4;
+  }
   friend bool operator!=(const Guid& a, const Guid& b) { return !(a == b); }
   // Orders by the 16 bytes as unsigned values, first byte first.
   friend bool operator<(const Guid& a, const Guid& b) { return a.GuidToBytes() < b.GuidToBytes(); }
