@@ -50,8 +50,11 @@ void DeinterleaveFixedLayout(const std::uint8_t* interleaved, std::size_t frames
 
 #ifdef AURIVOX_DEINTERLEAVE_SSE2
 // Two 4-byte samples into the low half of a register, bits untouched.
+// The samples need not be 8-byte aligned, hence the copy (one movsd).
 inline __m128 LoadPair(const float* samples) {
-  return _mm_castpd_ps(_mm_load_sd(reinterpret_cast<const double*>(samples)));
+  double pair;
+  std::memcpy(&pair, samples, sizeof pair);
+  return _mm_castpd_ps(_mm_set_sd(pair));
 }
 
 // 4-byte samples, every channel wanted, four frames at a time: each run of
