@@ -88,28 +88,12 @@ TEST(ZumFile, MissingFilesAndFoldersFailWithNegativeResults) {
   EXPECT_EQ(size, 12345u);  // left alone on failure
 }
 
-TEST(ZumFile, DeleteRemovesTheFile) {
-  aurivox_test::TempDir dir;
-  dir.WriteFile("gone.tmp", "x");
-  EXPECT_EQ(File::Delete(dir.WPath("gone.tmp")), kSuccess);
-  EXPECT_FALSE(std::filesystem::exists(dir.Path("gone.tmp")));
-  EXPECT_LT(File::Delete(dir.WPath("gone.tmp")), 0);
-}
-
 TEST(PathUtils, StripsLongPathPrefixes) {
   EXPECT_EQ(PathUtils::Win::StripUNC(u"\\\\?\\C:\\clips\\a.mts"), u"C:\\clips\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u"\\\\?\\UNC\\server\\share\\a.mts"), u"\\\\server\\share\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u"\\\\server\\share\\a.mts"), u"\\\\server\\share\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u"C:\\a.mts"), u"C:\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u""), u"");
-}
-
-TEST(PathUtils, TempDirectoryExistsAndHasNoTrailingSeparator) {
-  const WString temp = PathUtils::GetTempDirectory();
-  ASSERT_FALSE(temp.empty());
-  EXPECT_NE(temp.back(), PathUtils::GetPathSeparator()[0]);
-  EXPECT_TRUE(std::filesystem::is_directory(std::filesystem::u8path(orxcore::UTF16toStdString(temp))));
-  EXPECT_EQ(PathUtils::GetPathSeparator().size(), 1u);
 }
 
 }  // namespace

@@ -203,7 +203,7 @@ HRESULT FakeSourceReader::GetCurrentMediaType(DWORD index, IMFMediaType** type) 
   if (!current) return E_OUTOFMEMORY;
   Track(current.Get(), 1, client_ ? "client type" : "source type");
   *type = current.Detach();
-  return S_OK;
+  return getCurrentTypeHr;  // success codes other than S_OK come with the type
 }
 
 HRESULT FakeSourceReader::SetCurrentMediaType(DWORD index, DWORD*, IMFMediaType* type) {

@@ -118,13 +118,6 @@ TEST_F(MFReaderAudioTypeTest, AStereoClientTypeWithoutAMaskCountsAsFrontLeftAndR
   EXPECT_EQ(Labels(reader->channelLayout()), (std::vector<std::uint32_t>{100, 101}));
 }
 
-TEST_F(MFReaderAudioTypeTest, AStereoClientTypeWhoseMaskIsZeroKeepsZero) {
-  fake->adjustClient = [](FakeAudioFormat& client) { client.channelMask = 0; };
-  ASSERT_TRUE(Open());
-  EXPECT_EQ(reader->channelMask(), 0u);
-  EXPECT_EQ(Labels(reader->channelLayout()), (std::vector<std::uint32_t>{0, 0}));
-}
-
 TEST_F(MFReaderAudioTypeTest, OnlyStereoGetsADefaultMask) {
   fake->sourceAudio->channels = 1;
   ASSERT_TRUE(Open());
@@ -149,42 +142,6 @@ TEST_F(MFReaderAudioTypeTest, SetupAudioTracesTheSourceAndClientFormats) {
             "Client MF_MT_AUDIO_AVG_BYTES_PER_SECOND:\t1152000\r\n"
             "Client MF_MT_AUDIO_CHANNEL_MASK:\t0x3F\r\n"
             "Client Channel Layout:\tL, R, C, LFE, Ls, Rs\r\n");
-}
-
-TEST_F(MFReaderAudioTypeTest, OnlyAttributesThatCanBeReadAreTraced) {
-  fake->sourceAudio->avgBytesPerSecond.reset();
-  fake->sourceAudio->channelMask = 0x1C0;
-  fake->sourceAudio->channels = 3;
-  fake->sourceAudio->bitsPerSample = 8;
-  fake->adjustClient = [](FakeAudioFormat& client) { client.channelMask.reset(); };
-  CaptureTrace("windowsmediafoundation.MFReader.SetupAudio=6");
-  ASSERT_TRUE(Open());
-  EXPECT_EQ(CapturedTrace(),
-            "Source MF_MT_AUDIO_NUM_CHANNELS:\t3\r\n"
-            "Source MF_MT_AUDIO_SAMPLES_PER_SECOND:\t48000\r\n"
-            "Source MF_MT_AUDIO_BITS_PER_SAMPLE:\t8\r\n"
-            "Source MF_MT_AUDIO_CHANNEL_MASK:\t0x1C0\r\n"
-            "Source Channel Layout:\tLc, Rc, Cs\r\n"
-            "Client MF_MT_AUDIO_NUM_CHANNELS:\t3\r\n"
-            "Client MF_MT_AUDIO_SAMPLES_PER_SECOND:\t48000\r\n"
-            "Client MF_MT_AUDIO_BITS_PER_SAMPLE:\t8\r\n"
-            "Client MF_MT_AUDIO_AVG_BYTES_PER_SECOND:\t144000\r\n");
-}
-
-TEST_F(MFReaderAudioTypeTest, FormatLinesNeedLevelSix) {
-  CaptureTrace("windowsmediafoundation.MFReader.*=5");
-  ASSERT_TRUE(Open());
-  EXPECT_EQ(CapturedTrace(), "");
-}
-
-TEST_F(MFReaderAudioTypeTest, EachRefusalIsTracedAsAnError) {
-  fake->sourceAudio = Surround51Aac();
-  fake->acceptedSubtypes.clear();
-  CaptureTrace("windowsmediafoundation.MFReader.ConfigureClientAudioType=5,"
-               "windowsmediafoundation.MFReader.SetupAudio=5");
-  EXPECT_FALSE(Open());
-  const std::string error = ErrorLine(MF_E_INVALIDMEDIATYPE);
-  EXPECT_EQ(CapturedTrace(), error + error + error) << "float, PCM, then the set-up";
 }
 
 TEST_F(MFReaderAudioTypeTest, ConfigureClientAudioTypeReturnsTheTypeInForce) {
