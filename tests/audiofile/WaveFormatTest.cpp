@@ -44,13 +44,6 @@ TEST(ChannelMask, FollowsTheWaveSpeakerBits) {
   EXPECT_EQ(ChannelMaskFromLayout(Layout({112, 114, 113, 115, 117, 116})), 0x3F000u);
 }
 
-TEST(ChannelMask, IsZeroWhenTheLayoutCannotBeDescribed) {
-  EXPECT_EQ(ChannelMaskFromLayout(Layout({100, 0})), 0u);     // unlabelled channel
-  EXPECT_EQ(ChannelMaskFromLayout(Layout({101, 100})), 0u);   // not in WAVE order
-  EXPECT_EQ(ChannelMaskFromLayout(Layout({100, 100})), 0u);   // repeated
-  EXPECT_EQ(ChannelMaskFromLayout(Layout({106, 107})), 0u);   // back centre comes after Lc
-}
-
 TEST(WaveFormat, PlainFormsForMonoAndStereoUpTo16Bits) {
   WaveFormat wave;
   ASSERT_TRUE(MakeWaveFormat(Format({100, 101}, 44100, 20), wave));

@@ -61,14 +61,6 @@ TEST_F(DolbyWarningTest, WarnsOncePerFileWhateverTheCaseOfItsPath) {
   EXPECT_EQ(events[0].message.substr(events[0].message.size() - path.size() - 4), u". \"" + path + u"\"");
 }
 
-TEST_F(DolbyWarningTest, NoSuspectNoWarningAndNothingRecorded) {
-  const orxcore::WString path = UniquePath(u".mp4");
-  WarnAboutMissingDolby(path, DolbySuspect::kNone, recorder_.suite(), 0);
-  EXPECT_TRUE(recorder_.events().empty());
-  WarnAboutMissingDolby(path, DolbySuspect::kMaybe, recorder_.suite(), 0);
-  EXPECT_EQ(recorder_.events().size(), 1u);
-}
-
 TEST_F(DolbyWarningTest, CheckSwitchedOffRecordsNothing) {
   const orxcore::WString path = UniquePath(u".mp4");
   WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder_.suite(), kDolbyWarningOff);

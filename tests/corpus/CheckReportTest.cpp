@@ -56,11 +56,6 @@ TEST(CheckLine, TextOfADecodedFile) {
             "a.wav: decoded: open 0 (success); 88200 of 88200 frames read; read 0 (success); 0.25 s");
 }
 
-TEST(CheckLine, TextOfARefusedFileHasNoReadPart) {
-  EXPECT_EQ(CheckLineText(Refused(2)),
-            "b.m4a: refused at open: open 2 (Media Foundation could not open the file or set up its audio); 0.00 s");
-}
-
 TEST(CheckLine, TextOfAFailedReadAndOfAnUndocumentedCode) {
   EXPECT_EQ(CheckLineText(FailedRead(33)),
             "a.wav: failed while reading: open 0 (success); 4096 of 88200 frames read; read 33 (reading the audio "
@@ -80,15 +75,6 @@ TEST(CheckLine, TextOfAFileWithoutAudioAndOfOneCutShortByZeros) {
   EXPECT_EQ(CheckLineText(padded),
             "a.wav: decoded: open 0 (success); 4194404 of 1073741824 frames read, stopped after a long run of "
             "zeros; read 0 (success); 0.25 s");
-}
-
-TEST(CheckLine, TextOfAHungFile) {
-  FileCheck hung;
-  hung.path = "c.ac3";
-  hung.hung = true;
-  hung.framesRead = 8192;
-  hung.seconds = 120.5;
-  EXPECT_EQ(CheckLineText(hung), "c.ac3: hung: still running after 120.50 s, 8192 frames read");
 }
 
 TEST(CheckLine, JsonOfEachOutcome) {

@@ -89,12 +89,6 @@ TEST(DecoderOpen, BadArguments) {
   EXPECT_EQ(decoder.GetDuration(), kFrames);
 }
 
-TEST(DecoderOpen, LongPathPrefixIsStripped) {
-  Aurivox::Decoder decoder;
-  EXPECT_EQ(decoder.Open(u"\\\\?\\" + MediaFixtureWPath("pcm_s16.wav"), nullptr), Aurivox::kResultSuccess);
-  EXPECT_EQ(decoder.GetDuration(), kFrames);
-}
-
 TEST(DecoderOpen, AFileWithoutAudioOpensAndKeepsEarlierValues) {
   Aurivox::Decoder fresh;
   imFileInfoRec8 info{};

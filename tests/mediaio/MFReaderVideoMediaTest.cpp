@@ -171,24 +171,6 @@ TEST_P(VideoFileTest, RgbFramesStandUprightInFFmpegsColours) {
   }
 }
 
-TEST_P(VideoFileTest, AFrameAskedOutOfOrderIsTheFrameReadInOrder) {
-  ASSERT_TRUE(Open(video().file));
-  const GUID& subtype = reader->clientVideoSubtype();
-  ASSERT_TRUE(IsEqualGUID(subtype, MFVideoFormat_UYVY) || IsEqualGUID(subtype, MFVideoFormat_RGB32));
-  EXPECT_EQ(reader->videoFrameBytes(),
-            video().width * video().height * (IsEqualGUID(subtype, MFVideoFormat_UYVY) ? 2 : 4));
-  const std::vector<Frame> inOrder = ReadAll(0, 16);
-  ASSERT_EQ(static_cast<std::int64_t>(inOrder.size()), video().frames);
-
-  std::vector<std::uint8_t> buffer(reader->videoFrameBytes());
-  for (const std::int64_t position : {std::int64_t{30}, std::int64_t{10}, std::int64_t{11}, std::int64_t{0}}) {
-    std::int32_t count = 1;
-    ASSERT_EQ(reader->ReadVideoFrames(position, count, buffer.data(), buffer.size()), S_OK);
-    ASSERT_EQ(count, 1);
-    EXPECT_EQ(std::memcmp(buffer.data(), inOrder[position].data(), buffer.size()), 0) << "frame " << position;
-  }
-}
-
 const auto kOpenModes = ::testing::Values(OpenWith::kPath, OpenWith::kStream);
 
 INSTANTIATE_TEST_SUITE_P(Media, VideoFileTest, ::testing::Combine(::testing::ValuesIn(kVideoCases), kOpenModes),
@@ -196,45 +178,6 @@ INSTANTIATE_TEST_SUITE_P(Media, VideoFileTest, ::testing::Combine(::testing::Val
                            return std::string(std::get<0>(info.param).name) +
                                   (std::get<1>(info.param) == OpenWith::kPath ? "FromPath" : "FromStream");
                          });
-
-class VideoWithAudioTest : public ::testing::Test {
- protected:
-  void TearDown() override { reader.reset(); }
-
-  ComScope com;
-  std::unique_ptr<MFReader> reader = std::make_unique<MFReader>();
-  OpenStatus status;
-};
-
-TEST_F(VideoWithAudioTest, AFileWithoutVideoHasNone) {
-  ASSERT_TRUE(reader->OpenFromPath(MediaFixtureWPath("stereo.m4a"), status, true, true));
-  EXPECT_TRUE(reader->hasAudio());
-  EXPECT_FALSE(reader->hasVideo());
-  EXPECT_EQ(status.statusClass, kOpenStatusFine);
-  EXPECT_EQ(reader->GetEstimatedVideoFrameCount(), 0);
-  std::int32_t count = 1;
-  std::uint8_t byte = 0;
-  EXPECT_EQ(reader->ReadVideoFrames(0, count, &byte, 1), MF_E_INVALIDREQUEST);
-}
-
-TEST_F(VideoWithAudioTest, AudioAndVideoOfOneFileAreBothRead) {
-  ASSERT_TRUE(reader->OpenFromPath(MediaFixtureWPath("video_aac.mp4"), status, true, true));
-  EXPECT_EQ(status.statusClass, kOpenStatusFine);
-  ASSERT_TRUE(reader->hasAudio());
-  ASSERT_TRUE(reader->hasVideo());
-
-  std::vector<std::uint8_t> frames(reader->videoFrameBytes() * 5);
-  std::int32_t frameCount = 5;
-  EXPECT_EQ(reader->ReadVideoFrames(0, frameCount, frames.data(), frames.size()), S_OK);
-  EXPECT_EQ(frameCount, 5);
-
-  std::vector<std::vector<float>> channels(reader->channels(), std::vector<float>(4800));
-  std::vector<float*> buffers;
-  for (auto& channel : channels) buffers.push_back(channel.data());
-  std::int32_t sampleCount = 4800;
-  EXPECT_TRUE(reader->ReadAudioSamples(0, sampleCount, buffers.data(), reader->bitsPerSample() / 8));
-  EXPECT_EQ(sampleCount, 4800);
-}
 
 }  // namespace
 }  // namespace windowsmediafoundation

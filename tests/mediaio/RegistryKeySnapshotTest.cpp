@@ -108,28 +108,5 @@ TEST_F(RegistryKeySnapshotTest, AKeyThatCannotBeOpenedLeavesTheNodeEmpty) {
   EXPECT_TRUE(node.values().empty());
 }
 
-TEST_F(RegistryKeySnapshotTest, DestroyingTheSnapshotClosesEveryKeyItOpened) {
-  ASSERT_EQ(CreateKey(L"Alpha"), ERROR_SUCCESS);
-  HKEY top = nullptr;
-  HKEY child = nullptr;
-  {
-    RegistryKeySnapshot node = Snapshot();
-    ASSERT_EQ(node.ReadKeyTree(), 0u);
-    top = node.key();
-    child = node.children().at(0).key();
-    DWORD subKeys = 0;
-    ASSERT_EQ(RegQueryInfoKeyW(child, nullptr, nullptr, nullptr, &subKeys, nullptr, nullptr, nullptr, nullptr,
-                               nullptr, nullptr, nullptr),
-              ERROR_SUCCESS);
-  }
-  DWORD subKeys = 0;
-  EXPECT_EQ(RegQueryInfoKeyW(top, nullptr, nullptr, nullptr, &subKeys, nullptr, nullptr, nullptr, nullptr,
-                             nullptr, nullptr, nullptr),
-            ERROR_INVALID_HANDLE);
-  EXPECT_EQ(RegQueryInfoKeyW(child, nullptr, nullptr, nullptr, &subKeys, nullptr, nullptr, nullptr, nullptr,
-                             nullptr, nullptr, nullptr),
-            ERROR_INVALID_HANDLE);
-}
-
 }  // namespace
 }  // namespace windowsmediafoundation

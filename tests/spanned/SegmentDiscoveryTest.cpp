@@ -101,17 +101,6 @@ TEST_F(SegmentDiscovery, UpperCaseMTSIsPreferredOverM2ts) {
             (Paths{Stream("00001.m2ts"), Stream("00002.MTS"), Stream("00003.m2ts")}));
 }
 
-TEST_F(SegmentDiscovery, OpeningAnUpperCaseMTSOnWindows) {
-  tree_.WritePlaylist("00001.mpls", twoShots_);
-  WriteStreams({"00004", "00005"}, ".MTS");
-  const Paths segments = SegmentsOf("STREAM/00005.MTS");
-  if (kWindows) {
-    EXPECT_EQ(segments, (Paths{Stream("00004.MTS"), Stream("00005.MTS")}));
-  } else {
-    EXPECT_TRUE(segments.empty()) << "\".MTS\" is not \".mts\" where names keep their case";
-  }
-}
-
 TEST_F(SegmentDiscovery, ShotThatStartsAtTheLastItem) {
   tree_.WritePlaylist("00001.mpls", PlaylistBuilder(twoShots_).Item("00006", kNewShot));
   WriteStreams({"00005", "00006"});
@@ -123,25 +112,6 @@ TEST_F(SegmentDiscovery, FileOutsideARecordingGivesNothing) {
   WriteStreams({"00001", "00002"});
   tree_.Remove("CLIPINF");
   EXPECT_TRUE(SegmentsOf("STREAM/00002.m2ts").empty());
-}
-
-TEST_F(SegmentDiscovery, ShotHeadsOfAPlaylist) {
-  WriteStreams({"00001", "00002", "00003"});
-  const WString playlist = tree_.WritePlaylist(
-      "00001.mpls", PlaylistBuilder().Item("00001", kNewShot).Item("00002", kSameShot).Item("00003", kNewShot));
-  Paths heads;
-  FindShotHeads(playlist, heads);
-  EXPECT_EQ(heads, Streams({"00001", "00003"}));
-
-  tree_.Remove("STREAM/00001.m2ts");
-  heads.clear();
-  FindShotHeads(playlist, heads);
-  EXPECT_EQ(heads, Streams({"00003"}));
-
-  tree_.Remove("STREAM");
-  heads.clear();
-  FindShotHeads(playlist, heads);
-  EXPECT_TRUE(heads.empty());
 }
 
 }  // namespace

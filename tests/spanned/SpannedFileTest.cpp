@@ -4,7 +4,6 @@
 
 #include <limits>
 #include <random>
-#include <thread>
 
 #include "OpenFiles.h"
 #include "SegmentFiles.h"
@@ -130,17 +129,6 @@ TEST_F(TwoSegments, ReadsAtOrPastTheEndDeliverNothing) {
   EXPECT_EQ(ReadBytes(file_, handle, 1), Slice(segments_.joined, 3, 1));
 }
 
-TEST_F(TwoSegments, AnyPositionIsAcceptedButOnlyTheSegmentsAreRead) {
-  const std::uint32_t handle = file_.Open();
-  for (std::int64_t position : {std::int64_t{-1}, std::numeric_limits<std::int64_t>::min(),
-                                std::numeric_limits<std::int64_t>::max(), std::int64_t{1} << 40}) {
-    file_.Seek(handle, position);
-    EXPECT_TRUE(ReadBytes(file_, handle, 4).empty()) << position;
-  }
-  file_.Seek(handle, 3);
-  EXPECT_EQ(ReadBytes(file_, handle, 4), Slice(segments_.joined, 3, 4));
-}
-
 TEST_F(TwoSegments, FilesOpenWithTheFirstHandleAndCloseWithTheLast) {
   EXPECT_EQ(OpenCount(segments_), 0u);
   EXPECT_EQ(file_.Open(), 1u);
@@ -213,28 +201,6 @@ TEST(SpannedFile, DestructionClosesFilesOfOpenHandles) {
     file.Open();
     EXPECT_EQ(OpenCount(segments), 2u);
   }
-  EXPECT_EQ(OpenCount(segments), 0u);
-}
-
-TEST(SpannedFile, HandlesReadFromSeveralThreadsAtOnce) {
-  aurivox_test::TempDir dir;
-  const SegmentFiles segments(dir, {70001, 0, 65536, 1, 99991});
-  SpannedFile file(segments.paths);
-  constexpr int kThreads = 4;
-  std::vector<Bytes> results(kThreads);
-  std::vector<std::thread> threads;
-  for (int t = 0; t < kThreads; ++t) {
-    threads.emplace_back([&file, &results, t] {
-      const std::uint32_t handle = file.Open();
-      for (int pass = 0; pass < 3; ++pass) {
-        file.Seek(handle, 0);
-        results[t] = ReadAll(file, handle, 997 + 512 * t);
-      }
-      file.Close(handle);
-    });
-  }
-  for (auto& thread : threads) thread.join();
-  for (int t = 0; t < kThreads; ++t) EXPECT_TRUE(results[t] == segments.joined) << "thread " << t;
   EXPECT_EQ(OpenCount(segments), 0u);
 }
 

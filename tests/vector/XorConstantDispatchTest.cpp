@@ -115,17 +115,6 @@ TEST(SelectDispatchLevel, UncheckedRequestReplacesTheDetectedFeatures) {
   ExpectInFreshProcess(UncheckedSelectionTakesEnabledAsDetected);
 }
 
-TEST(InitDispatch, StoresTheProcessorsLevelAndReportsOtherVendors) {
-  const DispatchChoice expected = ExpectedChoice();
-  const VectorStatus status = InitDispatch();
-  EXPECT_EQ(CurrentDispatchLevel(), expected.level);
-  if (IsGenuineIntel(CpuId(0))) {
-    EXPECT_EQ(status, expected.status);
-  } else {
-    EXPECT_EQ(status, StatusNotGenuineIntel);
-  }
-}
-
 TEST(XorConstantInPlace32, ReportsBadArgumentsThroughTheDispatch) {
   std::uint32_t pixel = 0x00123456;
   EXPECT_EQ(XorConstantInPlace32(kOpaque, nullptr, 1), StatusNullPointer);
