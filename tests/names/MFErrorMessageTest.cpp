@@ -2,10 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <iterator>
 #include <string>
-#include <vector>
 
 #include "MFErrorTable.h"
 #include "orxcore/Localizer.h"
@@ -13,20 +10,8 @@
 namespace windowsmediafoundation {
 namespace {
 
-constexpr std::string_view kKeyPrefix = "$$$/windowsmediafoundation/Errors/";
-
 std::string Message(std::uint32_t code) {
   return orxcore::UTF16toStdString(MFErrorMessage(static_cast<std::int32_t>(code)));
-}
-
-// The name between the key prefix and the "=".
-std::string NameOf(const MFErrorEntry& entry) {
-  const std::string_view key = entry.key;
-  const std::size_t equals = key.find('=');
-  if (key.substr(0, kKeyPrefix.size()) != kKeyPrefix || equals == std::string_view::npos) {
-    return "malformed key: " + std::string(key);
-  }
-  return std::string(key.substr(kKeyPrefix.size(), equals - kKeyPrefix.size()));
 }
 
 TEST(MFErrorMessage, TellingCodesHaveThePlatformsTexts) {
