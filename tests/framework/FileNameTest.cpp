@@ -30,6 +30,20 @@ TEST(FileName, ParentAndFileName) {
   EXPECT_EQ(File::Combine(u"/", u"c"), u"/c");
 }
 
+TEST(FileName, TopLevelFolders) {
+  EXPECT_TRUE(File::IsTopLevelDir(u"/"));
+  EXPECT_EQ(File::IsTopLevelDir(u"C:\\"), kWindows);
+  EXPECT_EQ(File::IsTopLevelDir(u"C:"), kWindows);
+  EXPECT_FALSE(File::IsTopLevelDir(u"/BDMV"));
+  EXPECT_FALSE(File::IsTopLevelDir(u"C:\\BDMV"));
+  EXPECT_FALSE(File::IsTopLevelDir(u""));
+  EXPECT_FALSE(File::IsTopLevelDir(u"x/y/z"));
+  EXPECT_EQ(File::IsTopLevelDir(u"\\\\server\\share"), kWindows);
+  EXPECT_FALSE(File::IsTopLevelDir(u"\\\\server\\share\\BDMV"));
+  // A name after a drive lies in that drive's current folder.
+  EXPECT_EQ(File::GetParent(u"C:name"), kWindows ? u"C:" : u"");
+}
+
 TEST(FileName, BackslashSeparatesOnlyOnWindows) {
   EXPECT_EQ(File::GetFileName(u"C:/BDMV/STREAM/00001.MTS"), u"00001.MTS");
   if (kWindows) {

@@ -20,6 +20,8 @@ TEST(LowerCase, FoldsLatinGreekAndCyrillicCapitals) {
   EXPECT_EQ(ToLowerCase(u"C:\\A.MP4"), u"c:\\a.mp4");
   EXPECT_EQ(ToLowerCase(u"\u00C9T\u00C9 \u00D7"), u"\u00E9t\u00E9 \u00D7");
   EXPECT_EQ(ToLowerCase(u"\u0141\u00D3D\u0179"), u"\u0142\u00F3d\u017A");
+  // The small letter that ends the odd-capital run stays as it is.
+  EXPECT_EQ(ToLowerCase(u"\u0147\u0148"), u"\u0148\u0148");
   EXPECT_EQ(ToLowerCase(u"\u0391\u0392\u0393 \u0416\u0401"), u"\u03B1\u03B2\u03B3 \u0436\u0451");
   EXPECT_EQ(ToLowerCase(u"\u4E2D 123"), u"\u4E2D 123");
 }
