@@ -91,6 +91,10 @@ TEST(WaveFormat, RefusesFormatsWaveCannotHold) {
   EXPECT_FALSE(MakeWaveFormat(Format({100, 101}, 48000, 50), wave));
   EXPECT_FALSE(MakeWaveFormat(Format({}, 48000, 20), wave));
   EXPECT_FALSE(MakeWaveFormat(Format({100}, 0, 20), wave));
+  // The header counts channels in 16 bits.
+  AudioFormat tooMany = AudioFormat::CreateAudioFormat(AudioChannelLayout(0x10000, orxmediatypes::AudioChannelDescription(100)), 48000);
+  tooMany.SetSampleType(20);
+  EXPECT_FALSE(MakeWaveFormat(tooMany, wave));
 }
 
 TEST(WaveHeader, RiffAndRf64HeadersHaveTheSameLength) {

@@ -26,6 +26,13 @@ TEST_F(TraceTest, LastMatchingRuleDecides) {
   EXPECT_FALSE(TraceEnabled("a.q.c", 6));
 }
 
+TEST_F(TraceTest, ChangeCountGrowsByOneWithEveryConfiguration) {
+  const std::uint32_t before = TraceChangeCount();
+  SetTraceConfiguration("a=1");
+  SetTraceConfiguration("a=2");
+  EXPECT_EQ(TraceChangeCount(), before + 2);
+}
+
 TEST_F(TraceTest, SiteFollowsConfigurationChanges) {
   TraceSite site("windowsmediafoundation.MFReader.Seek", 7);
   SetTraceConfiguration("");
