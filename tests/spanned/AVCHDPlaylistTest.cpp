@@ -23,28 +23,16 @@ class ClipRecognition : public ::testing::Test {
   RecordingTree tree_;
 };
 
-TEST_F(ClipRecognition, StreamAndClipInformationFilesWithFiveDigitTitles) {
-  EXPECT_TRUE(Recognised("STREAM/00012.mts"));
-  EXPECT_TRUE(Recognised("STREAM/00012.m2ts"));
-  EXPECT_TRUE(Recognised("CLIPINF/00012.clpi"));
-  EXPECT_TRUE(Recognised("CLIPINF/00012.cpi"));
-  EXPECT_TRUE(Recognised("STREAM/99999.mts"));
-}
-
-TEST_F(ClipRecognition, TitlesThatAreNotFiveDigits) {
-  EXPECT_FALSE(Recognised("STREAM/0012.mts"));
-  EXPECT_FALSE(Recognised("STREAM/000123.mts"));
-  EXPECT_FALSE(Recognised("STREAM/0001a.mts"));
-  EXPECT_FALSE(Recognised("STREAM/-0001.mts"));
-  EXPECT_FALSE(Recognised("STREAM/00012.mts.mts"));
-}
-
-TEST_F(ClipRecognition, FileInTheWrongFolder) {
-  EXPECT_FALSE(Recognised("CLIPINF/00012.mts"));
-  EXPECT_FALSE(Recognised("STREAM/00012.clpi"));
-  EXPECT_FALSE(Recognised("00012.mts"));
+TEST_F(ClipRecognition, FiveDigitTitlesWithTheExtensionOfTheirFolder) {
   tree_.dir().MakeDir("BDMV/STREAM/STREAM");
-  EXPECT_FALSE(Recognised("STREAM/STREAM/00012.mts"));
+  const std::pair<const char*, bool> kCases[] = {
+      {"STREAM/00012.mts", true},     {"STREAM/00012.m2ts", true},     {"CLIPINF/00012.clpi", true},
+      {"CLIPINF/00012.cpi", true},    {"STREAM/99999.mts", true},      {"STREAM/0012.mts", false},
+      {"STREAM/000123.mts", false},   {"STREAM/0001a.mts", false},     {"STREAM/-0001.mts", false},
+      {"STREAM/00012.mts.mts", false}, {"CLIPINF/00012.mts", false},   {"STREAM/00012.clpi", false},
+      {"00012.mts", false},           {"STREAM/STREAM/00012.mts", false},
+  };
+  for (const auto& [relative, recognised] : kCases) EXPECT_EQ(Recognised(relative), recognised) << relative;
 }
 
 TEST_F(ClipRecognition, RecordingRootMustBeNamedBDMV) {
