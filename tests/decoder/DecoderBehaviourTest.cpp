@@ -15,11 +15,11 @@ namespace {
 using aurivox_test::HostBuffers;
 using aurivox_test::kNewShot;
 using aurivox_test::kSameShot;
-using aurivox_test::PlaylistBuilder;
-using aurivox_test::RecordingTree;
 using aurivox_test::MediaFixtureWPath;
+using aurivox_test::PlaylistBuilder;
 using aurivox_test::ReadBlock;
 using aurivox_test::ReadMediaFixture;
+using aurivox_test::RecordingTree;
 
 constexpr std::uint32_t kFrames = 88200;  // the WAVE fixtures hold two seconds at 44.1 kHz
 

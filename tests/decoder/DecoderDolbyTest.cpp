@@ -2,6 +2,8 @@
 // the way a missing Dolby decoder makes it fail (produced by a scripted
 // source reader, since Wine's sources cannot) warns once per file through
 // the host's error suite, and the open's result code stays what it was.
+// The same scripted reader also fails a read part-way, which real files
+// cannot do on demand.
 #include <gtest/gtest.h>
 #include <mferror.h>
 
