@@ -7,6 +7,7 @@
 #include "MediaFeaturesSwitch.h"
 #include "RecordingErrorSuite.h"
 #include "orxcore/Guid.h"
+#include "orxcore/Localizer.h"
 
 namespace Aurivox {
 namespace {
@@ -60,14 +61,6 @@ TEST_F(DolbyWarningTest, WarnsOncePerFileWhateverTheCaseOfItsPath) {
   EXPECT_EQ(events[0].message.substr(events[0].message.size() - path.size() - 4), u". \"" + path + u"\"");
 }
 
-TEST_F(DolbyWarningTest, NoSuspectNoWarningAndNothingRecorded) {
-  const orxcore::WString path = UniquePath(u".mp4");
-  WarnAboutMissingDolby(path, DolbySuspect::kNone, recorder_.suite(), 0);
-  EXPECT_TRUE(recorder_.events().empty());
-  WarnAboutMissingDolby(path, DolbySuspect::kMaybe, recorder_.suite(), 0);
-  EXPECT_EQ(recorder_.events().size(), 1u);
-}
-
 TEST_F(DolbyWarningTest, CheckSwitchedOffRecordsNothing) {
   const orxcore::WString path = UniquePath(u".mp4");
   WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder_.suite(), kDolbyWarningOff);
@@ -82,6 +75,23 @@ TEST_F(DolbyWarningTest, FileExaminedWithoutSuiteIsNeverWarnedAboutLater) {
   WarnAboutMissingDolby(path, DolbySuspect::kCertain, nullptr, 0);
   WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder_.suite(), 0);
   EXPECT_TRUE(recorder_.events().empty());
+}
+
+TEST_F(DolbyWarningTest, TextsComeFromTheirLocalisationKeys) {
+  orxcore::Localizer& localizer = orxcore::Localizer::Get();
+  localizer.SetTranslation("$$$/Kelvanto/Utilities/Aurivox/WinDecoder/MissingDolby", u"sicher \"@0\"");
+  localizer.SetTranslation("$$$/Kelvanto/Utilities/Aurivox/WinDecoder/MissingDolbyMaybe", u"vielleicht \"@0\"");
+  localizer.SetTranslation("$$$/Kelvanto/Utilities/Aurivox/WinDecoder/MissingDolbyEventTitle", u"Titel");
+  const orxcore::WString certain = UniquePath(u".mp4"), maybe = UniquePath(u".mp4");
+  WarnAboutMissingDolby(certain, DolbySuspect::kCertain, recorder_.suite(), 0);
+  WarnAboutMissingDolby(maybe, DolbySuspect::kMaybe, recorder_.suite(), 0);
+  localizer.ClearTranslations();
+  const auto events = recorder_.events();
+  ASSERT_EQ(events.size(), 2u);
+  EXPECT_EQ(events[0].title, u"Titel");
+  EXPECT_EQ(events[0].message, u"sicher \"" + certain + u"\"");
+  EXPECT_EQ(events[1].title, u"Titel");
+  EXPECT_EQ(events[1].message, u"vielleicht \"" + maybe + u"\"");
 }
 
 TEST_F(DolbyWarningTest, WordingAndEventTypeFollowTheFlags) {

@@ -12,15 +12,6 @@
 namespace Aurivox {
 namespace {
 
-TEST(Encoder, CapabilityQueriesReportNothing) {
-  for (std::int32_t format : {0, 1, 0x77617620}) {
-    EXPECT_TRUE(Encoder::GetSupportedExtensions(format).empty());
-    EXPECT_TRUE(Encoder::GetSupportedSampleRates(format).empty());
-    EXPECT_TRUE(Encoder::GetSupportedChannelLayout(format, 2).empty());
-    EXPECT_TRUE(Encoder::GetSupportedBitRates(format, 48000, 2, 0).empty());
-  }
-}
-
 TEST(Encoder, EncodingOperationsFail) {
   Encoder encoder;
   EXPECT_FALSE(encoder.Initialize(u"out.wav", 0, 48000, 2, 0, 0, 0, 0));

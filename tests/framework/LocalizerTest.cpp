@@ -36,9 +36,5 @@ TEST_F(LocalizerTest, LoadedTranslationWinsOverDefault) {
   EXPECT_EQ(Localizer::Get().Localize("$$$/area/other=Untranslated"), u"Untranslated");
 }
 
-TEST_F(LocalizerTest, MissingTranslationFileIsReported) {
-  EXPECT_FALSE(Localizer::Get().LoadTranslations("/no/such/file.txt"));
-}
-
 }  // namespace
 }  // namespace orxcore

@@ -26,12 +26,7 @@ TEST_F(TraceTest, LastMatchingRuleDecides) {
   EXPECT_FALSE(TraceEnabled("a.q.c", 6));
 }
 
-TEST_F(TraceTest, NothingIsEnabledWithoutRules) {
-  SetTraceConfiguration("");
-  EXPECT_FALSE(TraceEnabled("windowsmediafoundation.MFReader.SetupAudio", 0));
-}
-
-TEST_F(TraceTest, ChangeCountGrowsWithEveryConfiguration) {
+TEST_F(TraceTest, ChangeCountGrowsByOneWithEveryConfiguration) {
   const std::uint32_t before = TraceChangeCount();
   SetTraceConfiguration("a=1");
   SetTraceConfiguration("a=2");

@@ -46,33 +46,6 @@ TEST(ZumFile, OpensReadsSeeksAndSizes) {
   EXPECT_LT(file.Read(buffer, 4, read), 0);
 }
 
-TEST(ZumFile, ReadsAFileThatAnotherWriterHoldsOpen) {
-  aurivox_test::TempDir dir;
-  const WString path = dir.WPath("recording.mts");
-  File writer;
-  ASSERT_EQ(writer.Create(path, kAccessWrite, kShareRead, kCreateAlways, kAttributeNormal, 0), kSuccess);
-  const auto data = Bytes(64);
-  std::uint32_t written = 0;
-  ASSERT_EQ(writer.Write(data.data(), 32, written), kSuccess);
-
-  // Opened the way segment files are: read access, share mode "read".
-  File reader;
-  ASSERT_EQ(reader.Create(path, kAccessRead, kShareRead, kOpenExisting, kAttributeNormal, 0), kSuccess);
-  std::uint8_t buffer[64] = {};
-  std::uint32_t read = 0;
-  ASSERT_EQ(reader.Read(buffer, sizeof buffer, read), kSuccess);
-  EXPECT_EQ(read, 32u);
-
-  // The writer goes on writing while the reader holds the file.
-  ASSERT_EQ(writer.Write(data.data() + 32, 32, written), kSuccess);
-  ASSERT_EQ(reader.Read(buffer, sizeof buffer, read), kSuccess);
-  EXPECT_EQ(read, 32u);
-  EXPECT_EQ(buffer[0], 32);
-  std::uint64_t size = 0;
-  ASSERT_EQ(File::SizeOnDisk(path, size), kSuccess);
-  EXPECT_EQ(size, 64u);
-}
-
 TEST(ZumFile, MissingFilesAndFoldersFailWithNegativeResults) {
   aurivox_test::TempDir dir;
   dir.MakeDir("folder");
@@ -88,28 +61,12 @@ TEST(ZumFile, MissingFilesAndFoldersFailWithNegativeResults) {
   EXPECT_EQ(size, 12345u);  // left alone on failure
 }
 
-TEST(ZumFile, DeleteRemovesTheFile) {
-  aurivox_test::TempDir dir;
-  dir.WriteFile("gone.tmp", "x");
-  EXPECT_EQ(File::Delete(dir.WPath("gone.tmp")), kSuccess);
-  EXPECT_FALSE(std::filesystem::exists(dir.Path("gone.tmp")));
-  EXPECT_LT(File::Delete(dir.WPath("gone.tmp")), 0);
-}
-
 TEST(PathUtils, StripsLongPathPrefixes) {
   EXPECT_EQ(PathUtils::Win::StripUNC(u"\\\\?\\C:\\clips\\a.mts"), u"C:\\clips\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u"\\\\?\\UNC\\server\\share\\a.mts"), u"\\\\server\\share\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u"\\\\server\\share\\a.mts"), u"\\\\server\\share\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u"C:\\a.mts"), u"C:\\a.mts");
   EXPECT_EQ(PathUtils::Win::StripUNC(u""), u"");
-}
-
-TEST(PathUtils, TempDirectoryExistsAndHasNoTrailingSeparator) {
-  const WString temp = PathUtils::GetTempDirectory();
-  ASSERT_FALSE(temp.empty());
-  EXPECT_NE(temp.back(), PathUtils::GetPathSeparator()[0]);
-  EXPECT_TRUE(std::filesystem::is_directory(std::filesystem::u8path(orxcore::UTF16toStdString(temp))));
-  EXPECT_EQ(PathUtils::GetPathSeparator().size(), 1u);
 }
 
 }  // namespace

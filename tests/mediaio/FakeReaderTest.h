@@ -33,8 +33,10 @@ class FakeReaderTest : public ::testing::Test {
     return reader->OpenFromPath(u"Z:\\media\\clip.wav", status, false, true);
   }
 
+  // Hands out the current `fake` from now on.
   void Install() {
-    if (!factory_) factory_.emplace(fake->Factory());
+    factory_.reset();
+    factory_.emplace(fake->Factory());
   }
 
   // Reads `frames` frames of `channels` channels at `width` bytes; the

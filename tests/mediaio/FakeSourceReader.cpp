@@ -11,7 +11,6 @@ namespace {
 using Microsoft::WRL::ComPtr;
 
 constexpr DWORD kAudioStream = MF_SOURCE_READER_FIRST_AUDIO_STREAM;
-constexpr DWORD kVideoStream = MF_SOURCE_READER_FIRST_VIDEO_STREAM;
 
 ULONG CurrentReferences(IUnknown* object) {
   object->AddRef();
@@ -20,10 +19,6 @@ ULONG CurrentReferences(IUnknown* object) {
 
 void SetOptional(IMFMediaType* type, REFGUID key, const std::optional<UINT32>& value) {
   if (value) type->SetUINT32(key, *value);
-}
-
-void SetOptional(IMFMediaType* type, REFGUID key, const std::optional<UINT64>& value) {
-  if (value) type->SetUINT64(key, *value);
 }
 
 std::optional<UINT32> GetOptional(IMFMediaType* type, REFGUID key) {
@@ -41,29 +36,6 @@ HRESULT MakeBuffer(const std::uint8_t* data, std::size_t size, ComPtr<IMFMediaBu
   if (size) std::memcpy(bytes, data, size);
   buffer->Unlock();
   return buffer->SetCurrentLength(static_cast<DWORD>(size));
-}
-
-// A 2D RGB32 buffer holding `data`'s rows, the top row first.
-HRESULT MakePictureBuffer(const FakePicture& picture, const std::vector<std::uint8_t>& data,
-                          ComPtr<IMFMediaBuffer>& buffer) {
-  HRESULT hr = MFCreate2DMediaBuffer(picture.width, picture.height, MFVideoFormat_RGB32.Data1, picture.bottomUp,
-                                     &buffer);
-  if (FAILED(hr)) return hr;
-  ComPtr<IMF2DBuffer> buffer2D;
-  hr = buffer.As(&buffer2D);
-  if (FAILED(hr)) return hr;
-  BYTE* top = nullptr;
-  LONG pitch = 0;
-  hr = buffer2D->Lock2D(&top, &pitch);
-  if (FAILED(hr)) return hr;
-  const std::size_t rowBytes = std::size_t{picture.width} * 4;
-  for (DWORD y = 0; y < picture.height && (y + 1) * rowBytes <= data.size(); ++y) {
-    std::memcpy(top + static_cast<std::ptrdiff_t>(y) * pitch, data.data() + y * rowBytes, rowBytes);
-  }
-  buffer2D->Unlock2D();
-  DWORD length = 0;
-  buffer2D->GetContiguousLength(&length);
-  return buffer->SetCurrentLength(length);
 }
 
 }  // namespace
@@ -99,18 +71,6 @@ ComPtr<IMFMediaType> MakeAudioType(const FakeAudioFormat& format) {
   return type;
 }
 
-ComPtr<IMFMediaType> MakeVideoType(const FakeVideoFormat& format) {
-  ComPtr<IMFMediaType> type;
-  if (FAILED(MFCreateMediaType(&type))) return nullptr;
-  type->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Video);
-  type->SetGUID(MF_MT_SUBTYPE, format.subtype);
-  SetOptional(type.Get(), MF_MT_FRAME_SIZE, format.frameSize);
-  SetOptional(type.Get(), MF_MT_FRAME_RATE, format.frameRate);
-  SetOptional(type.Get(), MF_MT_PIXEL_ASPECT_RATIO, format.pixelAspectRatio);
-  if (format.defaultStride) type->SetUINT32(MF_MT_DEFAULT_STRIDE, static_cast<UINT32>(*format.defaultStride));
-  return type;
-}
-
 ComPtr<FakeSourceReader> FakeSourceReader::Create() {
   return windowsmediafoundation::AdoptComObject(new FakeSourceReader);
 }
@@ -120,8 +80,6 @@ windowsmediafoundation::SourceReaderFactory FakeSourceReader::Factory() {
   auto handOut = [this](IMFSourceReader** reader) {
     if (FAILED(createHr)) return createHr;
     client_.reset();  // a new reader starts from the source's own type
-    videoClient_.reset();
-    nextVideoRead_ = 0;
     if (!createNothing) {
       AddRef();
       *reader = this;
@@ -196,19 +154,17 @@ HRESULT FakeSourceReader::GetNativeMediaType(DWORD, DWORD, IMFMediaType**) { ret
 
 HRESULT FakeSourceReader::GetCurrentMediaType(DWORD index, IMFMediaType** type) {
   if (!type) return E_POINTER;
-  if (index == kVideoStream) return GetCurrentVideoType(type);
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   if (FAILED(getCurrentTypeHr)) return getCurrentTypeHr;
   ComPtr<IMFMediaType> current = MakeAudioType(client_ ? *client_ : *sourceAudio);
   if (!current) return E_OUTOFMEMORY;
   Track(current.Get(), 1, client_ ? "client type" : "source type");
   *type = current.Detach();
-  return S_OK;
+  return getCurrentTypeHr;  // success codes other than S_OK come with the type
 }
 
 HRESULT FakeSourceReader::SetCurrentMediaType(DWORD index, DWORD*, IMFMediaType* type) {
   if (!type) return E_POINTER;
-  if (index == kVideoStream) return SetCurrentVideoType(type);
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   proposedTypes.push_back(type);
   Track(type, 2, "proposed type");  // here and in proposedTypes
@@ -247,7 +203,6 @@ HRESULT FakeSourceReader::ReadSample(DWORD index, DWORD, DWORD* actualIndex, DWO
   *sample = nullptr;
   if (actualIndex) *actualIndex = 0;
   if (timestamp) *timestamp = 0;
-  if (index == kVideoStream) return ReadVideoSample(flags, timestamp, sample);
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   if (nextRead_ >= reads.size()) {
     *flags = MF_SOURCE_READERF_ENDOFSTREAM;
@@ -268,18 +223,6 @@ HRESULT FakeSourceReader::MakeSample(const FakeRead& read, IMFSample** sample) {
   HRESULT hr = MFCreateSample(&made);
   if (FAILED(hr)) return hr;
   const std::vector<std::uint8_t>& data = *read.data;
-  made->SetSampleTime(read.time);
-  if (read.picture) {
-    ComPtr<IMFMediaBuffer> buffer;
-    hr = MakePictureBuffer(*read.picture, data, buffer);
-    if (FAILED(hr)) return hr;
-    hr = made->AddBuffer(buffer.Get());
-    if (FAILED(hr)) return hr;
-    Track(buffer.Get(), 2, "picture buffer");
-    Track(made.Get(), 1, "sample");
-    *sample = made.Detach();
-    return S_OK;
-  }
   const std::size_t split = std::min(read.splitAt.value_or(data.size()), data.size());
   std::vector<ComPtr<IMFMediaBuffer>> buffers(split < data.size() ? 2 : 1);
   hr = MakeBuffer(data.data(), split, buffers[0]);
@@ -296,50 +239,6 @@ HRESULT FakeSourceReader::MakeSample(const FakeRead& read, IMFSample** sample) {
   Track(made.Get(), 1, "sample");
   *sample = made.Detach();
   return S_OK;
-}
-
-HRESULT FakeSourceReader::GetCurrentVideoType(IMFMediaType** type) {
-  if (!sourceVideo) return MF_E_INVALIDSTREAMNUMBER;
-  ComPtr<IMFMediaType> current = MakeVideoType(videoClient_ ? *videoClient_ : *sourceVideo);
-  if (!current) return E_OUTOFMEMORY;
-  Track(current.Get(), 1, videoClient_ ? "client video type" : "source video type");
-  *type = current.Detach();
-  return S_OK;
-}
-
-HRESULT FakeSourceReader::SetCurrentVideoType(IMFMediaType* type) {
-  if (!sourceVideo) return MF_E_INVALIDSTREAMNUMBER;
-  proposedTypes.push_back(type);
-  Track(type, 2, "proposed video type");
-  GUID subtype = GUID_NULL;
-  type->GetGUID(MF_MT_SUBTYPE, &subtype);
-  askedVideoSubtypes.push_back(subtype);
-  if (FAILED(setCurrentTypeHr)) return setCurrentTypeHr;
-  const bool accepted = std::any_of(acceptedVideoSubtypes.begin(), acceptedVideoSubtypes.end(),
-                                    [&](const GUID& candidate) { return IsEqualGUID(candidate, subtype); });
-  if (!accepted) return MF_E_TOPO_CODEC_NOT_FOUND;
-  FakeVideoFormat client = *sourceVideo;
-  client.subtype = subtype;
-  if (adjustVideoClient) adjustVideoClient(client);
-  videoClient_ = client;
-  return S_OK;
-}
-
-HRESULT FakeSourceReader::ReadVideoSample(DWORD* flags, LONGLONG* timestamp, IMFSample** sample) {
-  ++videoReadCalls;
-  if (!sourceVideo) return MF_E_INVALIDSTREAMNUMBER;
-  if (nextVideoRead_ >= videoReads.size()) {
-    *flags = MF_SOURCE_READERF_ENDOFSTREAM;
-    return S_OK;
-  }
-  const FakeRead& read = videoReads[nextVideoRead_++];
-  *flags = read.flags;
-  if (timestamp) *timestamp = read.time;
-  if (FAILED(read.hr)) return read.hr;
-  if ((read.flags & MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED) && read.newVideoFormat) {
-    videoClient_ = read.newVideoFormat;
-  }
-  return read.data ? MakeSample(read, sample) : S_OK;
 }
 
 HRESULT FakeSourceReader::Flush(DWORD) { return S_OK; }

@@ -32,23 +32,6 @@ struct FakeAudioFormat {
   std::optional<UINT32> channelMask;
 };
 
-// The attributes of a video media type; an empty value leaves the attribute
-// out of the type. Pairs hold their first half in the high 32 bits.
-struct FakeVideoFormat {
-  GUID subtype = MFVideoFormat_H264;
-  std::optional<UINT64> frameSize = (UINT64{320} << 32) | 240;
-  std::optional<UINT64> frameRate = (UINT64{25} << 32) | 1;
-  std::optional<UINT64> pixelAspectRatio;
-  std::optional<INT32> defaultStride;
-};
-
-// A picture in a 2D buffer (MFCreate2DMediaBuffer, RGB32).
-struct FakePicture {
-  DWORD width = 0;
-  DWORD height = 0;
-  bool bottomUp = false;
-};
-
 // One answer of ReadSample.
 struct FakeRead {
   HRESULT hr = S_OK;
@@ -60,13 +43,6 @@ struct FakeRead {
   // With MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED: the type in force
   // afterwards, until a client type is set again.
   std::optional<FakeAudioFormat> newFormat;
-  // Video: the timestamp, also set as the sample's time.
-  LONGLONG time = 0;
-  // With data: a 2D buffer holding data's rows, top row first, instead.
-  std::optional<FakePicture> picture;
-  // With MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED: the client video type
-  // in force afterwards.
-  std::optional<FakeVideoFormat> newVideoFormat;
 };
 
 FakeRead SampleRead(std::vector<std::uint8_t> data);
@@ -100,26 +76,15 @@ class FakeSourceReader : public IMFSourceReader {
   ULONGLONG duration = 0;
   // MF_SOURCE_READER_MEDIASOURCE_CHARACTERISTICS; none: attribute not found.
   std::optional<ULONG> characteristics;
-  // The source's video type; none: the file has no video stream.
-  std::optional<FakeVideoFormat> sourceVideo;
-  // Client video subtypes the reader delivers, and changes to the client
-  // type it settles on (the source format with the asked subtype).
-  std::vector<GUID> acceptedVideoSubtypes = {MFVideoFormat_UYVY, MFVideoFormat_RGB32};
-  std::function<void(FakeVideoFormat&)> adjustVideoClient;
-  // ReadSample answers for the video stream; after the last, end of stream.
-  std::vector<FakeRead> videoReads;
-
   // Record ------------------------------------------------------------------
   std::wstring url;
   Microsoft::WRL::ComPtr<IMFAttributes> attributes;
   Microsoft::WRL::ComPtr<IMFByteStream> byteStream;  // kept as a source would
   std::vector<GUID> askedSubtypes;
-  std::vector<GUID> askedVideoSubtypes;
   std::vector<Microsoft::WRL::ComPtr<IMFMediaType>> proposedTypes;
   std::vector<std::pair<DWORD, BOOL>> selections;
   std::vector<LONGLONG> positions;
   int readCalls = 0;
-  int videoReadCalls = 0;
 
   // A factory that hands out this reader (or the scripted creation failure).
   windowsmediafoundation::SourceReaderFactory Factory();
@@ -157,9 +122,6 @@ class FakeSourceReader : public IMFSourceReader {
   virtual ~FakeSourceReader() = default;
 
   HRESULT MakeSample(const FakeRead& read, IMFSample** sample);
-  HRESULT GetCurrentVideoType(IMFMediaType** type);
-  HRESULT SetCurrentVideoType(IMFMediaType* type);
-  HRESULT ReadVideoSample(DWORD* flags, LONGLONG* timestamp, IMFSample** sample);
   // Keeps a reference to an object handed out; once everyone else has let
   // go, it has `ownReferences` (this fake's, and those of objects it keeps).
   void Track(IUnknown* object, ULONG ownReferences, const std::string& what);
@@ -167,13 +129,10 @@ class FakeSourceReader : public IMFSourceReader {
   std::atomic<ULONG> refCount_{1};
   std::optional<FakeAudioFormat> client_;  // the client type in force, once set
   std::size_t nextRead_ = 0;
-  std::optional<FakeVideoFormat> videoClient_;
-  std::size_t nextVideoRead_ = 0;
   std::vector<HandedOut> handedOut_;
 };
 
 // Builds a media type with the format's attributes.
 Microsoft::WRL::ComPtr<IMFMediaType> MakeAudioType(const FakeAudioFormat& format);
-Microsoft::WRL::ComPtr<IMFMediaType> MakeVideoType(const FakeVideoFormat& format);
 
 }  // namespace aurivox_test

@@ -14,12 +14,6 @@ TEST(TimeToFrames, TruncatesInsteadOfRounding) {
   EXPECT_EQ(TimeToFrames(209, 48'000, 1), 1);
 }
 
-TEST(TimeToFrames, DividesByTheDivisorBeforeTheTimeUnit) {
-  // (3 x 44,100 / 2) = 66,150 truncated first, then / 10^7.
-  EXPECT_EQ(TimeToFrames(30'000'000, 44'100, 2), 66'150);
-  EXPECT_EQ(TimeToFrames(3, 10'000'000, 2), 1);  // 15,000,000 / 10^7
-}
-
 TEST(TimeToFrames, NegativeTimesTruncateTowardZero) {
   EXPECT_EQ(TimeToFrames(-15'000'000, 44'100, 1), -66'150);
   EXPECT_EQ(TimeToFrames(-9'999'999, 1, 1), 0);

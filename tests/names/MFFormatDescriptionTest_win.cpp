@@ -92,13 +92,6 @@ TEST_F(MFFormatDescription, EachOperationTracesUnderItsOwnCategoryAtLevelFive) {
             "Error: The requested attribute was not found.\r\n");
 }
 
-TEST_F(MFFormatDescription, VideoTypesGetTheirSizeAndRate) {
-  ComPtr<IMFMediaType> h264 = TypeWithSubtype(MFMediaType_Video, MFVideoFormat_H264);
-  EXPECT_EQ(Text(DescribeVideoFormat(h264.Get(), 1920, 1080, 30000, 1001)),
-            "H.264, 1920 x 1080, (29.97)");
-  EXPECT_EQ(Text(DescribeVideoFormat(h264.Get(), 720, 576, 25, 1)), "H.264, 720 x 576, (25.0)");
-}
-
 TEST_F(MFFormatDescription, MissingVideoTypeOrSubtypeGivesTheBareUnknownText) {
   EXPECT_EQ(Text(DescribeVideoFormat(nullptr, 1920, 1080, 25, 1)), "Unknown Video Format: @0");
   EXPECT_EQ(Text(DescribeVideoFormat(EmptyType().Get(), 1920, 1080, 25, 1)),

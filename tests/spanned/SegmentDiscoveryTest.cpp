@@ -101,31 +101,10 @@ TEST_F(SegmentDiscovery, UpperCaseMTSIsPreferredOverM2ts) {
             (Paths{Stream("00001.m2ts"), Stream("00002.MTS"), Stream("00003.m2ts")}));
 }
 
-TEST_F(SegmentDiscovery, OpeningAnUpperCaseMTS) {
-  tree_.WritePlaylist("00001.mpls", twoShots_);
-  WriteStreams({"00004", "00005"}, ".MTS");
-  EXPECT_EQ(SegmentsOf("STREAM/00005.MTS"), (Paths{Stream("00004.MTS"), Stream("00005.MTS")}));
-}
-
-TEST_F(SegmentDiscovery, ClipNumberHoldingANulNamesNoFile) {
-  // Cut at the NUL, the name would be the stream folder itself.
-  tree_.WritePlaylist("00001.mpls", PlaylistBuilder().Item("00001", kNewShot).Item(std::string(5, '\0'), kSameShot));
-  WriteStreams({"00001"});
-  EXPECT_EQ(SegmentsOf("STREAM/00001.m2ts"), Streams({"00001"}));
-}
-
 TEST_F(SegmentDiscovery, ShotThatStartsAtTheLastItem) {
   tree_.WritePlaylist("00001.mpls", PlaylistBuilder(twoShots_).Item("00006", kNewShot));
   WriteStreams({"00005", "00006"});
   EXPECT_EQ(SegmentsOf("STREAM/00006.m2ts"), Streams({"00006"}));
-}
-
-TEST_F(SegmentDiscovery, ClipInformationFileGivesNothing) {
-  tree_.WritePlaylist("00001.mpls", twoShots_);
-  WriteStreams({"00001", "00002", "00003"});
-  tree_.dir().WriteFile("BDMV/CLIPINF/00002.clpi", "clip info");
-  ASSERT_TRUE(IsSpannedClipFile(tree_.Path("CLIPINF/00002.clpi")));
-  EXPECT_TRUE(SegmentsOf("CLIPINF/00002.clpi").empty());
 }
 
 TEST_F(SegmentDiscovery, FileOutsideARecordingGivesNothing) {
@@ -133,31 +112,6 @@ TEST_F(SegmentDiscovery, FileOutsideARecordingGivesNothing) {
   WriteStreams({"00001", "00002"});
   tree_.Remove("CLIPINF");
   EXPECT_TRUE(SegmentsOf("STREAM/00002.m2ts").empty());
-}
-
-TEST_F(SegmentDiscovery, UnreadablePlaylistGivesNothing) {
-  WriteStreams({"00001", "00002"});
-  tree_.WritePlaylist("00002.mpls", PlaylistBuilder(twoShots_).Version("0200"));
-  EXPECT_TRUE(SegmentsOf("STREAM/00002.m2ts").empty());
-}
-
-TEST_F(SegmentDiscovery, ShotHeadsOfAPlaylist) {
-  WriteStreams({"00001", "00002", "00003"});
-  const WString playlist = tree_.WritePlaylist(
-      "00001.mpls", PlaylistBuilder().Item("00001", kNewShot).Item("00002", kSameShot).Item("00003", kNewShot));
-  Paths heads;
-  FindShotHeads(playlist, heads);
-  EXPECT_EQ(heads, Streams({"00001", "00003"}));
-
-  tree_.Remove("STREAM/00001.m2ts");
-  heads.clear();
-  FindShotHeads(playlist, heads);
-  EXPECT_EQ(heads, Streams({"00003"}));
-
-  tree_.Remove("STREAM");
-  heads.clear();
-  FindShotHeads(playlist, heads);
-  EXPECT_TRUE(heads.empty());
 }
 
 }  // namespace

@@ -69,22 +69,5 @@ TEST_F(SegmentsCommand, MissingFileFails) {
   EXPECT_NE(lastError.find("no such file"), std::string::npos) << lastError;
 }
 
-TEST_F(SegmentsCommand, BadUsage) {
-  const std::string path = Utf8(tree_.Path("STREAM/00002.MTS"));
-  for (const Arguments& args : {Arguments{}, Arguments{"--json"}, Arguments{path, path},
-                                Arguments{"--frobnicate", path}, Arguments{""}}) {
-    const Outcome run = Segments(args);
-    EXPECT_EQ(run.status, kExitUsage) << lastError;
-    EXPECT_EQ(run.out, "");
-    EXPECT_EQ(lastError.rfind("segments: ", 0), 0u) << lastError;
-  }
-}
-
-TEST_F(SegmentsCommand, Help) {
-  const Outcome run = Segments({"--help"});
-  EXPECT_EQ(run.status, kExitOk);
-  EXPECT_EQ(run.out.rfind("Usage: aurivox segments", 0), 0u);
-}
-
 }  // namespace
 }  // namespace aurivox_tool

@@ -49,16 +49,6 @@ TEST_F(StreamWrapper, ReadsTheJoinedSegmentsAndCountsThePosition) {
   EXPECT_EQ(stream_->GetPosition(), 15u) << "moves only by what was delivered";
 }
 
-TEST_F(StreamWrapper, SetPositionMovesTheReadsToo) {
-  stream_->SetPosition(8);
-  EXPECT_EQ(stream_->GetPosition(), 8u);
-  EXPECT_EQ(ReadBytes(*stream_, 4), Slice(segments_.joined, 8, 4));
-  EXPECT_EQ(stream_->GetPosition(), 12u);
-  stream_->SetPosition(0);
-  EXPECT_FALSE(stream_->IsEndOfStream());
-  EXPECT_EQ(ReadBytes(*stream_, 15), segments_.joined);
-}
-
 TEST_F(StreamWrapper, EndOfStreamAtAndBeyondTheLength) {
   stream_->SetPosition(14);
   EXPECT_FALSE(stream_->IsEndOfStream());
@@ -82,17 +72,6 @@ TEST_F(StreamWrapper, CloseLeavesTheLengthAndStopsTheReads) {
   EXPECT_EQ(stream_->GetPosition(), 3u);
   stream_->Close();
   EXPECT_EQ(stream_->GetLength(), 15u);
-}
-
-TEST_F(StreamWrapper, LastOwnerClosesTheSegmentFiles) {
-  EXPECT_TRUE(IsOpenInThisProcess(segments_.files[0]));
-  EXPECT_TRUE(IsOpenInThisProcess(segments_.files[2]));
-  std::shared_ptr<StreamInterface> other = stream_;
-  stream_.reset();
-  EXPECT_TRUE(IsOpenInThisProcess(segments_.files[0]));
-  other.reset();
-  EXPECT_FALSE(IsOpenInThisProcess(segments_.files[0]));
-  EXPECT_FALSE(IsOpenInThisProcess(segments_.files[2]));
 }
 
 TEST_F(StreamWrapper, OpenTwiceKeepsTheHandle) {
@@ -124,23 +103,6 @@ TEST(SpannedFileStreamWrapper, WithoutOpenNothingIsRead) {
   EXPECT_EQ(stream.GetLength(), 10u);
   EXPECT_TRUE(ReadBytes(stream, 4).empty());
   EXPECT_FALSE(IsOpenInThisProcess(segments.files[0]));
-}
-
-TEST(SpannedFileStreamWrapper, PositionsBeyondFourGiB) {
-  aurivox_test::TempDir dir;
-  constexpr std::uint64_t kSize = (std::uint64_t{1} << 32) + 3;
-  const auto large = dir.WriteFile("large.mts", "");
-  std::filesystem::resize_file(large, kSize);
-  dir.WriteFile("small.mts", "xyz");
-  SpannedFileStreamWrapper stream({aurivox_test::ToWString(large), dir.WPath("small.mts")});
-  ASSERT_NE(stream.Open(), SpannedFile::kInvalidHandle);
-  EXPECT_EQ(stream.GetLength(), kSize + 3);
-  stream.SetPosition(kSize - 2);
-  EXPECT_EQ(ReadBytes(stream, 4), (Bytes{0, 0, 'x', 'y'}));
-  EXPECT_EQ(stream.GetPosition(), kSize + 2);
-  EXPECT_FALSE(stream.IsEndOfStream());
-  EXPECT_EQ(ReadBytes(stream, 4), Bytes{'z'});
-  EXPECT_TRUE(stream.IsEndOfStream());
 }
 
 }  // namespace

@@ -115,30 +115,6 @@ TEST(SelectDispatchLevel, UncheckedRequestReplacesTheDetectedFeatures) {
   ExpectInFreshProcess(UncheckedSelectionTakesEnabledAsDetected);
 }
 
-TEST(SelectDispatchLevel, ChecksRequestsAgainstTheDetectedFeatures) {
-  CpuFeatureMask detected = 0;
-  ASSERT_EQ(DetectCpuFeatures(&detected), 1);
-  for (CpuFeatureMask requested : {detected, CpuFeatureMask{0x7}, CpuFeatureMask{0x73081DF},
-                                   CpuFeatureMask{0x40}, CpuFeatureMask{0}}) {
-    const DispatchChoice expected = ChooseDispatchLevel(requested, detected);
-    std::int32_t level = -1;
-    EXPECT_EQ(SelectDispatchLevel(requested, &level), expected.status) << std::hex << requested;
-    EXPECT_EQ(level, expected.level) << std::hex << requested;
-    EXPECT_EQ(EnabledCpuFeatures(), expected.enabledFeatures) << std::hex << requested;
-  }
-}
-
-TEST(InitDispatch, StoresTheProcessorsLevelAndReportsOtherVendors) {
-  const DispatchChoice expected = ExpectedChoice();
-  const VectorStatus status = InitDispatch();
-  EXPECT_EQ(CurrentDispatchLevel(), expected.level);
-  if (IsGenuineIntel(CpuId(0))) {
-    EXPECT_EQ(status, expected.status);
-  } else {
-    EXPECT_EQ(status, StatusNotGenuineIntel);
-  }
-}
-
 TEST(XorConstantInPlace32, ReportsBadArgumentsThroughTheDispatch) {
   std::uint32_t pixel = 0x00123456;
   EXPECT_EQ(XorConstantInPlace32(kOpaque, nullptr, 1), StatusNullPointer);

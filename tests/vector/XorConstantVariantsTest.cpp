@@ -167,18 +167,6 @@ TEST_P(XorVariantTest, LengthBelowOneIsReportedAndNothingIsTouched) {
   EXPECT_EQ(std::memcmp(actual.Bytes(), untouched.Bytes(), actual.Size()), 0);
 }
 
-TEST_P(XorVariantTest, ZeroConstantReturnsAtOnceWhateverTheLength) {
-  GuardedBuffer actual(kLine);
-  actual.Fill(2);
-  GuardedBuffer untouched(kLine);
-  untouched.Fill(2);
-  // Any access at this length would run far past the buffer.
-  const std::int32_t huge = std::numeric_limits<std::int32_t>::max();
-  EXPECT_EQ(Variant()(0, actual.At(0), huge), StatusOk);
-  EXPECT_EQ(Variant()(0, actual.At(3), huge), StatusOk);
-  EXPECT_EQ(std::memcmp(actual.Bytes(), untouched.Bytes(), actual.Size()), 0);
-}
-
 std::string LevelName(const ::testing::TestParamInfo<std::int32_t>& info) {
   std::string name = "Level" + std::to_string(info.param) + "_";
   for (const char* c = VariantName(info.param); *c != '\0'; ++c) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 
 #include "orxcore/Guid.h"
@@ -32,5 +33,11 @@ constexpr orxcore::Guid kMediaSubtypeBase{
 // row section; video subtypes on it are shown by their four characters.
 constexpr orxcore::Guid kMediaTypeAttributeBase{
     0x00000000, 0x767A, 0x494D, {0xB4, 0x78, 0xF2, 0x9D, 0x25, 0xDC, 0x90, 0x37}};
+
+constexpr std::size_t kColourSpaceNameCount = 5;
+
+// Display names of the full-range RGB colour spaces a video frame can carry,
+// from BT.709 to BT.2100 PQ. Built on first use like the table.
+const std::array<orxcore::WString, kColourSpaceNameCount>& ColourSpaceNames();
 
 }  // namespace windowsmediafoundation

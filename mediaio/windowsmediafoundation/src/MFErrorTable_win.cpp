@@ -1,19 +1,31 @@
-// Checks that each named code of the message table has the value the SDK
-// headers give its name.
+// Compiles every named code of the error table against the value the
+// platform headers give its name, so a mistyped code cannot build.
 #include <windows.h>
 
 #include <mferror.h>
 
-#include <gtest/gtest.h>
+#include <cstdint>
+#include <string_view>
 
-#include <iterator>
-#include <map>
-#include <string>
-
-#include "MFErrorTable.h"
+#include "MFErrorTableRows.h"
 
 namespace windowsmediafoundation {
 namespace {
+
+constexpr std::string_view kKeyPrefix = "$$$/windowsmediafoundation/Errors/";
+
+// The number of rows whose key names `name` with `code`; exactly one is right.
+constexpr int RowsNaming(std::string_view name, std::uint32_t code) {
+  int rows = 0;
+  for (const MFErrorEntry& entry : kMFErrorRows) {
+    const std::string_view rest = entry.key.substr(kKeyPrefix.size());
+    if (rest.substr(0, name.size()) == name && rest.substr(name.size(), 1) == "=" &&
+        entry.code == code) {
+      ++rows;
+    }
+  }
+  return rows;
+}
 
 #define AURIVOX_NAMED_CODES(X) \
    X(E_ABORT) X(E_ACCESSDENIED) X(E_FAIL) X(E_HANDLE) X(E_INVALIDARG) X(E_NOINTERFACE) \
@@ -136,38 +148,13 @@ namespace {
    X(MF_S_TRANSFORM_DO_NOT_PROPAGATE_EVENT) X(MF_S_VIDEO_DISABLED_WITH_UNKNOWN_SOFTWARE_OUTPUT) \
    X(MF_S_WAIT_FOR_POLICY_SET) X(S_OK)
 
-struct NamedCode {
-  const char* name;
-  std::uint32_t value;
-};
+#define AURIVOX_CHECK_CODE(name) \
+  static_assert(RowsNaming(#name, static_cast<std::uint32_t>(name)) == 1, #name);
+AURIVOX_NAMED_CODES(AURIVOX_CHECK_CODE)
 
-#define X(name) {#name, static_cast<std::uint32_t>(name)},
-const NamedCode kNamedCodes[] = {AURIVOX_NAMED_CODES(X)};
-#undef X
-
-std::map<std::string, std::uint32_t> CodesByName() {
-  constexpr std::string_view kPrefix = "$$$/windowsmediafoundation/Errors/";
-  std::map<std::string, std::uint32_t> codes;
-  for (const MFErrorEntry& entry : MFErrorEntries()) {
-    const std::size_t equals = entry.key.find('=');
-    codes.emplace(std::string(entry.key.substr(kPrefix.size(), equals - kPrefix.size())),
-                  entry.code);
-  }
-  return codes;
-}
-
-TEST(MFErrorTableWindows, EveryNameHasTheValueOfItsSdkConstant) {
-  const std::map<std::string, std::uint32_t> codes = CodesByName();
-  EXPECT_EQ(codes.size(), std::size(kNamedCodes));
-  for (const NamedCode& named : kNamedCodes) {
-    const auto found = codes.find(named.name);
-    if (found == codes.end()) {
-      ADD_FAILURE() << named.name << " is not in the table";
-      continue;
-    }
-    EXPECT_EQ(found->second, named.value) << named.name;
-  }
-}
+#define AURIVOX_COUNT_CODE(name) +1
+static_assert(0 AURIVOX_NAMED_CODES(AURIVOX_COUNT_CODE) == kMFErrorEntryCount,
+              "every row has a platform name");
 
 }  // namespace
 }  // namespace windowsmediafoundation
