@@ -62,25 +62,71 @@ void StoreTop(std::int32_t v, std::uint32_t width, std::uint8_t* out) {
   for (std::uint32_t b = 0; b < width; ++b) out[b] = static_cast<std::uint8_t>(bits >> (8 * (4 - width + b)));
 }
 
+// One sample of `frame` as the client type: float, or the top `width` bytes.
+template <typename In, bool kToFloat>
+void Convert(const std::uint8_t* at, std::uint32_t width, std::uint8_t* out) {
+  In v;
+  std::memcpy(&v, at, sizeof v);
+  if constexpr (kToFloat) {
+    const float f = ToFloat(v);
+    std::memcpy(out, &f, sizeof f);
+  } else {
+    StoreTop(ToInt32(v), width, out);
+  }
+}
+
 // Writes every sample of `frame` interleaved into `out` at `width` bytes.
+// The layout and the target type are template arguments so the per-sample
+// loop carries no branches.
+template <typename In, bool kPlanar, bool kToFloat>
+void Interleave(const AVFrame& frame, int channels, std::uint32_t width, std::uint8_t* out) {
+  const std::size_t samples = std::size_t(frame.nb_samples);
+  if constexpr (kPlanar) {
+    const std::size_t stride = std::size_t(channels) * width;
+    for (int c = 0; c < channels; ++c) {
+      const std::uint8_t* in = frame.extended_data[c];
+      std::uint8_t* at = out + std::size_t(c) * width;
+      for (std::size_t i = 0; i < samples; ++i) Convert<In, kToFloat>(in + i * sizeof(In), width, at + i * stride);
+    }
+  } else {
+    const std::uint8_t* in = frame.extended_data[0];
+    for (std::size_t i = 0; i < samples * std::size_t(channels); ++i) {
+      Convert<In, kToFloat>(in + i * sizeof(In), width, out + i * width);
+    }
+  }
+}
+
 template <typename In>
 void Interleave(const AVFrame& frame, int channels, bool planar, bool toFloat, std::uint32_t width,
                 std::uint8_t* out) {
-  for (int i = 0; i < frame.nb_samples; ++i) {
-    for (int c = 0; c < channels; ++c) {
-      const std::uint8_t* at = planar ? frame.extended_data[c] + std::size_t(i) * sizeof(In)
-                                      : frame.extended_data[0] + (std::size_t(i) * channels + c) * sizeof(In);
-      In v;
-      std::memcpy(&v, at, sizeof v);
-      if (toFloat) {
-        const float f = ToFloat(v);
-        std::memcpy(out, &f, sizeof f);
-      } else {
-        StoreTop(ToInt32(v), width, out);
-      }
-      out += width;
-    }
+  if (planar) {
+    toFloat ? Interleave<In, true, true>(frame, channels, width, out)
+            : Interleave<In, true, false>(frame, channels, width, out);
+  } else {
+    toFloat ? Interleave<In, false, true>(frame, channels, width, out)
+            : Interleave<In, false, false>(frame, channels, width, out);
   }
+}
+
+using Converter = void (*)(const AVFrame&, int, bool, bool, std::uint32_t, std::uint8_t*);
+
+Converter ConverterFor(AVSampleFormat packed) {
+  switch (packed) {
+    case AV_SAMPLE_FMT_U8: return &Interleave<std::uint8_t>;
+    case AV_SAMPLE_FMT_S16: return &Interleave<std::int16_t>;
+    case AV_SAMPLE_FMT_S32: return &Interleave<std::int32_t>;
+    case AV_SAMPLE_FMT_S64: return &Interleave<std::int64_t>;
+    case AV_SAMPLE_FMT_FLT: return &Interleave<float>;
+    case AV_SAMPLE_FMT_DBL: return &Interleave<double>;
+    default: return nullptr;
+  }
+}
+
+// Whether packed samples of `format` already are the client type's bytes.
+bool IsClientType(AVSampleFormat format, bool toFloat, std::uint32_t width) {
+  if (toFloat) return format == AV_SAMPLE_FMT_FLT;
+  return (format == AV_SAMPLE_FMT_U8 && width == 1) || (format == AV_SAMPLE_FMT_S16 && width == 2) ||
+         (format == AV_SAMPLE_FMT_S32 && width == 4);
 }
 
 }  // namespace
@@ -241,23 +287,15 @@ bool FFReader::AppendFrame(const AVFrame& frame) {
   const bool planar = av_sample_fmt_is_planar(format) != 0;
   const std::uint32_t width = bitsPerSample_ / 8;
   const bool toFloat = !integerPcm_;
-  try {
-    converted_.resize(std::size_t(frame.nb_samples) * channels_ * width);
-  } catch (const std::exception&) {
-    return false;
-  }
-  const int channels = static_cast<int>(channels_);
-  std::uint8_t* out = converted_.data();
-  switch (av_get_packed_sample_fmt(format)) {
-    case AV_SAMPLE_FMT_U8: Interleave<std::uint8_t>(frame, channels, planar, toFloat, width, out); break;
-    case AV_SAMPLE_FMT_S16: Interleave<std::int16_t>(frame, channels, planar, toFloat, width, out); break;
-    case AV_SAMPLE_FMT_S32: Interleave<std::int32_t>(frame, channels, planar, toFloat, width, out); break;
-    case AV_SAMPLE_FMT_S64: Interleave<std::int64_t>(frame, channels, planar, toFloat, width, out); break;
-    case AV_SAMPLE_FMT_FLT: Interleave<float>(frame, channels, planar, toFloat, width, out); break;
-    case AV_SAMPLE_FMT_DBL: Interleave<double>(frame, channels, planar, toFloat, width, out); break;
-    default: return false;
-  }
-  return pending_.Append(converted_.data(), converted_.size());
+  const std::size_t bytes = std::size_t(frame.nb_samples) * channels_ * width;
+  if (IsClientType(format, toFloat, width)) return pending_.Append(frame.extended_data[0], bytes);
+  const Converter convert = ConverterFor(av_get_packed_sample_fmt(format));
+  if (!convert) return false;
+  if (bytes == 0) return true;
+  std::uint8_t* out = pending_.Extend(bytes);
+  if (!out) return false;
+  convert(frame, static_cast<int>(channels_), planar, toFloat, width, out);
+  return true;
 }
 
 }  // namespace ffmpeg

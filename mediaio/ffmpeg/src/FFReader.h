@@ -84,7 +84,6 @@ class FFReader {
   bool integerPcm_ = false;
   std::int64_t estimatedFrames_ = 0;
   windowsmediafoundation::PendingAudio pending_;
-  std::vector<std::uint8_t> converted_;
 };
 
 }  // namespace ffmpeg

@@ -34,6 +34,26 @@ void DeinterleaveAnyLayout(const std::uint8_t* interleaved, std::size_t first, s
   }
 }
 
+// 3-byte samples moved as 4-byte words, one load and one store each: a
+// store's fourth byte is overwritten by the next frame's sample, and the last
+// frame is copied byte-exact so nothing past a buffer is touched.
+void DeinterleaveTriples(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                         float* const* channelBuffers) {
+  const std::size_t frameBytes = std::size_t{channels} * 3;
+  for (std::uint32_t n = 0; n < channels; ++n) {
+    if (!channelBuffers[n]) continue;
+    auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[n]);
+    const std::uint8_t* source = interleaved + std::size_t{n} * 3;
+    std::size_t f = 0;
+    for (; f + 1 < frames; ++f) {
+      std::uint32_t word;
+      std::memcpy(&word, source + f * frameBytes, sizeof word);
+      std::memcpy(destination + f * 3, &word, sizeof word);
+    }
+    std::memcpy(destination + f * 3, source + f * frameBytes, 3);
+  }
+}
+
 // The common layouts, with the channel count known to the compiler: one pass
 // over the interleaved bytes, frame by frame, which it can vectorise.
 template <typename Sample, std::uint32_t kChannels>
@@ -94,7 +114,46 @@ std::size_t DeinterleaveWords(const std::uint8_t* interleaved, std::size_t frame
   }
   return f;
 }
+// 2-byte samples of three to eight channels, every channel wanted, eight
+// frames at a time: an 8 x 8 transpose of 16-bit lanes whose first rows are
+// the channels. A load may reach past its frame, so the loop stops where it
+// would pass the end. Returns the frames done.
+std::size_t DeinterleaveHalfWords(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                                  float* const* channelBuffers) {
+  const std::size_t frameBytes = std::size_t{channels} * 2;
+  std::size_t f = 0;
+  for (; (f + 7) * frameBytes + 16 <= frames * frameBytes; f += 8) {
+    const std::uint8_t* frame = interleaved + f * frameBytes;
+    __m128i r[8];
+    for (std::size_t k = 0; k < 8; ++k) r[k] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(frame + k * frameBytes));
+    const __m128i a0 = _mm_unpacklo_epi16(r[0], r[1]);
+    const __m128i a1 = _mm_unpacklo_epi16(r[2], r[3]);
+    const __m128i a2 = _mm_unpacklo_epi16(r[4], r[5]);
+    const __m128i a3 = _mm_unpacklo_epi16(r[6], r[7]);
+    const __m128i a4 = _mm_unpackhi_epi16(r[0], r[1]);
+    const __m128i a5 = _mm_unpackhi_epi16(r[2], r[3]);
+    const __m128i a6 = _mm_unpackhi_epi16(r[4], r[5]);
+    const __m128i a7 = _mm_unpackhi_epi16(r[6], r[7]);
+    const __m128i b0 = _mm_unpacklo_epi32(a0, a1);
+    const __m128i b1 = _mm_unpacklo_epi32(a2, a3);
+    const __m128i b2 = _mm_unpackhi_epi32(a0, a1);
+    const __m128i b3 = _mm_unpackhi_epi32(a2, a3);
+    const __m128i b4 = _mm_unpacklo_epi32(a4, a5);
+    const __m128i b5 = _mm_unpacklo_epi32(a6, a7);
+    const __m128i b6 = _mm_unpackhi_epi32(a4, a5);
+    const __m128i b7 = _mm_unpackhi_epi32(a6, a7);
+    const __m128i rows[8] = {_mm_unpacklo_epi64(b0, b1), _mm_unpackhi_epi64(b0, b1), _mm_unpacklo_epi64(b2, b3),
+                             _mm_unpackhi_epi64(b2, b3), _mm_unpacklo_epi64(b4, b5), _mm_unpackhi_epi64(b4, b5),
+                             _mm_unpacklo_epi64(b6, b7), _mm_unpackhi_epi64(b6, b7)};
+    for (std::uint32_t c = 0; c < channels; ++c) {
+      auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[c]) + f * 2;
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(destination), rows[c]);
+    }
+  }
+  return f;
+}
 #endif
+
 
 template <typename Sample>
 void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
@@ -106,7 +165,12 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
     const std::size_t done = DeinterleaveWords(interleaved, frames, channels, channelBuffers);
     return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
   }
+  if (everyChannelWanted && sizeof(Sample) == 2 && channels > 2 && channels <= 8) {
+    const std::size_t done = DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
+    return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
+  }
 #endif
+  if (sizeof(Sample) == 3) return DeinterleaveTriples(interleaved, frames, channels, channelBuffers);
   if (everyChannelWanted) {
     switch (channels) {
       case 1: return DeinterleaveFixedLayout<Sample, 1>(interleaved, frames, channelBuffers);
@@ -167,17 +231,25 @@ bool PendingAudio::Reserve(std::int32_t frames, std::uint32_t channels, std::uin
 bool PendingAudio::Append(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return true;
   if (!data) return false;
+  std::uint8_t* at = Extend(size);
+  if (!at) return false;
+  std::memcpy(at, data, size);
+  return true;
+}
+
+std::uint8_t* PendingAudio::Extend(std::size_t size) {
   // What was handed out is dropped only when the vector would grow anyway, or
   // when it outweighs what is held, so every byte moves at most about once.
   if (start_ > 0 && (bytes_.size() + size > bytes_.capacity() || start_ >= this->size())) Compact();
+  const std::size_t end = bytes_.size();
   try {
-    bytes_.insert(bytes_.end(), data, data + size);
+    bytes_.resize(end + size);
   } catch (const std::bad_alloc&) {
-    return false;
+    return nullptr;
   } catch (const std::length_error&) {
-    return false;
+    return nullptr;
   }
-  return true;
+  return bytes_.data() + end;
 }
 
 std::size_t PendingAudio::AvailableFrames(std::uint32_t channels, std::uint32_t bytesPerSample) const {
