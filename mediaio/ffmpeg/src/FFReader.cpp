@@ -8,6 +8,7 @@
 #include "ChannelMask.h"
 #include "CodecSubtypes.h"
 #include "MediaTypeNames.h"
+#include "PendingAudio.h"
 #include "TimeArithmetic.h"
 
 extern "C" {
@@ -62,7 +63,7 @@ void StoreTop(std::int32_t v, std::uint32_t width, std::uint8_t* out) {
   for (std::uint32_t b = 0; b < width; ++b) out[b] = static_cast<std::uint8_t>(bits >> (8 * (4 - width + b)));
 }
 
-// One sample of `frame` as the client type: float, or the top `width` bytes.
+// One sample as the client type: float, or the top `width` bytes.
 template <typename In, bool kToFloat>
 void Convert(const std::uint8_t* at, std::uint32_t width, std::uint8_t* out) {
   In v;
@@ -75,58 +76,69 @@ void Convert(const std::uint8_t* at, std::uint32_t width, std::uint8_t* out) {
   }
 }
 
-// Writes every sample of `frame` interleaved into `out` at `width` bytes.
-// The layout and the target type are template arguments so the per-sample
-// loop carries no branches.
+// Where a run of samples goes: frames [first, first + frames) of a decoded
+// frame into the host's buffers from frame `offset` on, at `width` bytes.
+struct Run {
+  const AVFrame& frame;
+  std::size_t first;
+  std::size_t frames;
+  float* const* channelBuffers;
+  std::size_t offset;
+  std::uint32_t width;
+};
+
+std::uint8_t* Destination(const Run& run, int channel) {
+  return reinterpret_cast<std::uint8_t*>(run.channelBuffers[channel]) + run.offset * run.width;
+}
+
+// Converts every sample of the run into its channel's buffer. The layout and
+// the target type are template arguments so the per-sample loop carries no
+// branches.
 template <typename In, bool kPlanar, bool kToFloat>
-void Interleave(const AVFrame& frame, int channels, std::uint32_t width, std::uint8_t* out) {
-  const std::size_t samples = std::size_t(frame.nb_samples);
-  if constexpr (kPlanar) {
-    const std::size_t stride = std::size_t(channels) * width;
-    for (int c = 0; c < channels; ++c) {
-      const std::uint8_t* in = frame.extended_data[c];
-      std::uint8_t* at = out + std::size_t(c) * width;
-      for (std::size_t i = 0; i < samples; ++i) Convert<In, kToFloat>(in + i * sizeof(In), width, at + i * stride);
-    }
-  } else {
-    const std::uint8_t* in = frame.extended_data[0];
-    for (std::size_t i = 0; i < samples * std::size_t(channels); ++i) {
-      Convert<In, kToFloat>(in + i * sizeof(In), width, out + i * width);
+void ConvertRun(const Run& run, int channels) {
+  for (int c = 0; c < channels; ++c) {
+    if (!run.channelBuffers[c]) continue;
+    std::uint8_t* out = Destination(run, c);
+    if constexpr (kPlanar) {
+      const std::uint8_t* in = run.frame.extended_data[c] + run.first * sizeof(In);
+      for (std::size_t i = 0; i < run.frames; ++i) Convert<In, kToFloat>(in + i * sizeof(In), run.width, out + i * run.width);
+    } else {
+      const std::size_t stride = std::size_t(channels) * sizeof(In);
+      const std::uint8_t* in = run.frame.extended_data[0] + run.first * stride + std::size_t(c) * sizeof(In);
+      for (std::size_t i = 0; i < run.frames; ++i) Convert<In, kToFloat>(in + i * stride, run.width, out + i * run.width);
     }
   }
 }
 
 template <typename In>
-void Interleave(const AVFrame& frame, int channels, bool planar, bool toFloat, std::uint32_t width,
-                std::uint8_t* out) {
+void ConvertRun(const Run& run, int channels, bool planar, bool toFloat) {
   if (planar) {
-    toFloat ? Interleave<In, true, true>(frame, channels, width, out)
-            : Interleave<In, true, false>(frame, channels, width, out);
+    toFloat ? ConvertRun<In, true, true>(run, channels) : ConvertRun<In, true, false>(run, channels);
   } else {
-    toFloat ? Interleave<In, false, true>(frame, channels, width, out)
-            : Interleave<In, false, false>(frame, channels, width, out);
+    toFloat ? ConvertRun<In, false, true>(run, channels) : ConvertRun<In, false, false>(run, channels);
   }
 }
 
-using Converter = void (*)(const AVFrame&, int, bool, bool, std::uint32_t, std::uint8_t*);
+using Converter = void (*)(const Run&, int, bool, bool);
 
 Converter ConverterFor(AVSampleFormat packed) {
   switch (packed) {
-    case AV_SAMPLE_FMT_U8: return &Interleave<std::uint8_t>;
-    case AV_SAMPLE_FMT_S16: return &Interleave<std::int16_t>;
-    case AV_SAMPLE_FMT_S32: return &Interleave<std::int32_t>;
-    case AV_SAMPLE_FMT_S64: return &Interleave<std::int64_t>;
-    case AV_SAMPLE_FMT_FLT: return &Interleave<float>;
-    case AV_SAMPLE_FMT_DBL: return &Interleave<double>;
+    case AV_SAMPLE_FMT_U8: return &ConvertRun<std::uint8_t>;
+    case AV_SAMPLE_FMT_S16: return &ConvertRun<std::int16_t>;
+    case AV_SAMPLE_FMT_S32: return &ConvertRun<std::int32_t>;
+    case AV_SAMPLE_FMT_S64: return &ConvertRun<std::int64_t>;
+    case AV_SAMPLE_FMT_FLT: return &ConvertRun<float>;
+    case AV_SAMPLE_FMT_DBL: return &ConvertRun<double>;
     default: return nullptr;
   }
 }
 
-// Whether packed samples of `format` already are the client type's bytes.
+// Whether the samples of `format` already are the client type's bytes.
 bool IsClientType(AVSampleFormat format, bool toFloat, std::uint32_t width) {
-  if (toFloat) return format == AV_SAMPLE_FMT_FLT;
-  return (format == AV_SAMPLE_FMT_U8 && width == 1) || (format == AV_SAMPLE_FMT_S16 && width == 2) ||
-         (format == AV_SAMPLE_FMT_S32 && width == 4);
+  const AVSampleFormat packed = av_get_packed_sample_fmt(format);
+  if (toFloat) return packed == AV_SAMPLE_FMT_FLT;
+  return (packed == AV_SAMPLE_FMT_U8 && width == 1) || (packed == AV_SAMPLE_FMT_S16 && width == 2) ||
+         (packed == AV_SAMPLE_FMT_S32 && width == 4);
 }
 
 }  // namespace
@@ -158,7 +170,9 @@ void FFReader::Close() {
   samplesPerSecond_ = bitsPerSample_ = channels_ = channelMask_ = 0;
   integerPcm_ = false;
   estimatedFrames_ = 0;
-  pending_.Clear();
+  decoded_.clear();
+  frontOffset_ = 0;
+  heldFrames_ = 0;
 }
 
 bool FFReader::Open(const char* url, OpenStatus& status) {
@@ -242,11 +256,10 @@ bool FFReader::ReadAudioSamples(std::int64_t, std::int32_t& count, float** chann
   if (!hasAudio() || count < 0 || bytesPerSample != bitsPerSample_ / 8) return false;
   if (count > 0 && !channelBuffers) return false;
   const auto wanted = static_cast<std::size_t>(count);
-  if (!pending_.Reserve(count, channels_, bytesPerSample)) return false;
-  while (pending_.AvailableFrames(channels_, bytesPerSample) < wanted && !endOfStream_) {
+  while (heldFrames_ < wanted && !endOfStream_) {
     if (!DecodeMore()) return false;  // what was decoded stays for the next read
   }
-  count = static_cast<std::int32_t>(pending_.Deliver(wanted, channels_, bytesPerSample, channelBuffers));
+  count = static_cast<std::int32_t>(Deliver(std::min(wanted, heldFrames_), channelBuffers));
   return true;
 }
 
@@ -254,11 +267,7 @@ bool FFReader::DecodeMore() {
   AVCodecContext* decoder = decoder_.get();
   for (;;) {
     int result = avcodec_receive_frame(decoder, frame_.get());
-    if (result == 0) {
-      const bool appended = AppendFrame(*frame_);
-      av_frame_unref(frame_.get());
-      return appended;
-    }
+    if (result == 0) return KeepFrame();
     if (result == AVERROR_EOF || (result == AVERROR(EAGAIN) && draining_)) {
       endOfStream_ = true;
       return true;
@@ -280,22 +289,63 @@ bool FFReader::DecodeMore() {
   }
 }
 
-bool FFReader::AppendFrame(const AVFrame& frame) {
+bool FFReader::KeepFrame() {
+  FramePtr frame(av_frame_alloc());
+  const auto format = static_cast<AVSampleFormat>(frame_->format);
   // The format is not renegotiated mid-stream.
-  if (frame.ch_layout.nb_channels != static_cast<int>(channels_) || frame.nb_samples < 0) return false;
-  const auto format = static_cast<AVSampleFormat>(frame.format);
-  const bool planar = av_sample_fmt_is_planar(format) != 0;
+  const bool usable = frame_->ch_layout.nb_channels == static_cast<int>(channels_) && frame_->nb_samples >= 0 &&
+                      ConverterFor(av_get_packed_sample_fmt(format)) != nullptr;
+  if (!frame || !usable) {
+    av_frame_unref(frame_.get());
+    return false;
+  }
+  // The decoded buffers are kept by reference, not copied.
+  av_frame_move_ref(frame.get(), frame_.get());
+  try {
+    decoded_.push_back(std::move(frame));
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
+  heldFrames_ += static_cast<std::size_t>(decoded_.back()->nb_samples);
+  return true;
+}
+
+std::size_t FFReader::Deliver(std::size_t frames, float* const* channelBuffers) {
   const std::uint32_t width = bitsPerSample_ / 8;
   const bool toFloat = !integerPcm_;
-  const std::size_t bytes = std::size_t(frame.nb_samples) * channels_ * width;
-  if (IsClientType(format, toFloat, width)) return pending_.Append(frame.extended_data[0], bytes);
-  const Converter convert = ConverterFor(av_get_packed_sample_fmt(format));
-  if (!convert) return false;
-  if (bytes == 0) return true;
-  std::uint8_t* out = pending_.Extend(bytes);
-  if (!out) return false;
-  convert(frame, static_cast<int>(channels_), planar, toFloat, width, out);
-  return true;
+  const int channels = static_cast<int>(channels_);
+  std::size_t done = 0;
+  while (done < frames) {
+    const AVFrame& frame = *decoded_.front();
+    const auto format = static_cast<AVSampleFormat>(frame.format);
+    const bool planar = av_sample_fmt_is_planar(format) != 0;
+    const std::size_t samples = static_cast<std::size_t>(frame.nb_samples);
+    const Run run{frame, frontOffset_, std::min(frames - done, samples - frontOffset_), channelBuffers, done, width};
+    if (!IsClientType(format, toFloat, width)) {
+      ConverterFor(av_get_packed_sample_fmt(format))(run, channels, planar, toFloat);
+    } else if (planar) {
+      for (int c = 0; c < channels; ++c) {
+        if (!channelBuffers[c]) continue;
+        std::memcpy(Destination(run, c), frame.extended_data[c] + run.first * width, run.frames * width);
+      }
+    } else {
+      // The host's buffers from frame `done` on, for the shared de-interleave.
+      destinations_.resize(channels_);
+      for (int c = 0; c < channels; ++c) {
+        destinations_[c] = channelBuffers[c] ? reinterpret_cast<float*>(Destination(run, c)) : nullptr;
+      }
+      windowsmediafoundation::DeinterleaveSamples(frame.extended_data[0] + run.first * channels_ * width, run.frames,
+                                                  channels_, width, destinations_.data());
+    }
+    done += run.frames;
+    frontOffset_ += run.frames;
+    heldFrames_ -= run.frames;
+    if (frontOffset_ == samples) {
+      decoded_.pop_front();
+      frontOffset_ = 0;
+    }
+  }
+  return done;
 }
 
 }  // namespace ffmpeg

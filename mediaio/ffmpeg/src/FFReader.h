@@ -4,10 +4,11 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <memory>
+#include <vector>
 
 #include "FFmpegHandles.h"
-#include "PendingAudio.h"
 #include "StreamIO.h"
 #include "StreamInterface.h"
 #include "orxcore/Guid.h"
@@ -63,9 +64,12 @@ class FFReader {
   bool Open(const char* url, OpenStatus& status);
   void Close();
   void SetUpAudio(const AVStream& stream);
-  // Decodes until a frame is appended or the stream ends; false on failure.
+  // Decodes until a frame is kept or the stream ends; false on failure.
   bool DecodeMore();
-  bool AppendFrame(const AVFrame& frame);
+  // Queues the frame just received; false when it cannot be delivered.
+  bool KeepFrame();
+  // Hands out the first `frames` decoded frames (at most those held).
+  std::size_t Deliver(std::size_t frames, float* const* channelBuffers);
 
   std::unique_ptr<StreamIO> streamIO_;
   FormatContextPtr format_;
@@ -83,7 +87,13 @@ class FFReader {
   std::uint32_t channelMask_ = 0;
   bool integerPcm_ = false;
   std::int64_t estimatedFrames_ = 0;
-  windowsmediafoundation::PendingAudio pending_;
+  // Decoded frames not yet handed out, kept by reference: each sample is
+  // converted once, straight into the host's buffers. `frontOffset_` frames
+  // of the first are handed out already; `heldFrames_` counts what is left.
+  std::deque<FramePtr> decoded_;
+  std::size_t frontOffset_ = 0;
+  std::size_t heldFrames_ = 0;
+  std::vector<float*> destinations_;
 };
 
 }  // namespace ffmpeg

@@ -231,25 +231,17 @@ bool PendingAudio::Reserve(std::int32_t frames, std::uint32_t channels, std::uin
 bool PendingAudio::Append(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return true;
   if (!data) return false;
-  std::uint8_t* at = Extend(size);
-  if (!at) return false;
-  std::memcpy(at, data, size);
-  return true;
-}
-
-std::uint8_t* PendingAudio::Extend(std::size_t size) {
   // What was handed out is dropped only when the vector would grow anyway, or
   // when it outweighs what is held, so every byte moves at most about once.
   if (start_ > 0 && (bytes_.size() + size > bytes_.capacity() || start_ >= this->size())) Compact();
-  const std::size_t end = bytes_.size();
   try {
-    bytes_.resize(end + size);
+    bytes_.insert(bytes_.end(), data, data + size);
   } catch (const std::bad_alloc&) {
-    return nullptr;
+    return false;
   } catch (const std::length_error&) {
-    return nullptr;
+    return false;
   }
-  return bytes_.data() + end;
+  return true;
 }
 
 std::size_t PendingAudio::AvailableFrames(std::uint32_t channels, std::uint32_t bytesPerSample) const {

@@ -4,9 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
-#include <new>
-#include <utility>
 #include <vector>
 
 namespace windowsmediafoundation {
@@ -23,27 +20,6 @@ void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, st
 // them and consumed from the front. May end in a partial frame. Consumed
 // bytes are skipped by an offset and dropped only now and then, so a large
 // decoded buffer read in small requests is not moved once a request.
-// Leaves bytes uninitialised when a vector grows: pending bytes are always
-// written before they are read, so zero-filling them first is a wasted pass.
-template <typename T>
-struct UninitializedAllocator : std::allocator<T> {
-  template <typename U>
-  struct rebind {
-    using other = UninitializedAllocator<U>;
-  };
-  UninitializedAllocator() = default;
-  template <typename U>
-  UninitializedAllocator(const UninitializedAllocator<U>&) noexcept {}
-  template <typename U>
-  void construct(U* p) noexcept {
-    ::new (static_cast<void*>(p)) U;
-  }
-  template <typename U, typename... Args>
-  void construct(U* p, Args&&... args) {
-    ::new (static_cast<void*>(p)) U(std::forward<Args>(args)...);
-  }
-};
-
 class PendingAudio {
  public:
   // Grows the capacity to the bytes held plus `frames` frames, so that the
@@ -53,10 +29,6 @@ class PendingAudio {
 
   // Appends decoded bytes; false, with nothing appended, when memory runs out.
   bool Append(const std::uint8_t* data, std::size_t size);
-
-  // Appends `size` bytes for the caller to fill in place, sparing a copy when
-  // the decoded audio must be converted anyway. Null when memory runs out.
-  std::uint8_t* Extend(std::size_t size);
 
   // Whole frames held; 0 when the frame size is 0.
   std::size_t AvailableFrames(std::uint32_t channels, std::uint32_t bytesPerSample) const;
@@ -76,7 +48,7 @@ class PendingAudio {
   // Drops the bytes already handed out.
   void Compact();
 
-  std::vector<std::uint8_t, UninitializedAllocator<std::uint8_t>> bytes_;
+  std::vector<std::uint8_t> bytes_;
   std::size_t start_ = 0;  // the first byte not yet handed out
 };
 
