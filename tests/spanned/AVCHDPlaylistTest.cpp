@@ -19,38 +19,33 @@ using aurivox_test::PutBigEndian;
 using aurivox_test::RecordingTree;
 using Bytes = std::vector<std::uint8_t>;
 
-TEST(ClipRecognition, FiveDigitTitlesWithTheExtensionOfTheirFolderInsideBDMV) {
-  RecordingTree tree;
-  tree.dir().MakeDir("BDMV/STREAM/STREAM");
-  for (const char* folder : {"AVCHD/STREAM", "AVCHD/CLIPINF", "AVCHD/PLAYLIST"}) tree.dir().MakeDir(folder);
+TEST(ClipRecognition, FiveDigitTitlesInTheirFolderBesideTheOthersOfABDMVTree) {
+  aurivox_test::TempDir dir;
+  // a, b and c each lack one of the folders; AVCHD is not the root's name.
+  for (const char* folder : {"BDMV/STREAM/STREAM", "BDMV/CLIPINF", "BDMV/PLAYLIST", "AVCHD/STREAM", "AVCHD/CLIPINF",
+                             "AVCHD/PLAYLIST", "a/BDMV/STREAM", "a/BDMV/PLAYLIST", "b/BDMV/CLIPINF",
+                             "b/BDMV/PLAYLIST", "c/BDMV/STREAM", "c/BDMV/CLIPINF"}) {
+    dir.MakeDir(folder);
+  }
+  dir.WriteFile("c/BDMV/PLAYLIST", "a file of that name is not the folder");
   const std::pair<const char*, bool> kCases[] = {
-      {"STREAM/00012.mts", true},     {"STREAM/00012.m2ts", true},     {"CLIPINF/00012.clpi", true},
-      {"CLIPINF/00012.cpi", true},    {"STREAM/99999.mts", true},      {"STREAM/0012.mts", false},
-      {"STREAM/000123.mts", false},   {"STREAM/0001a.mts", false},     {"STREAM/-0001.mts", false},
-      {"STREAM/00012.mts.mts", false}, {"CLIPINF/00012.mts", false},   {"STREAM/00012.clpi", false},
-      {"00012.mts", false},           {"STREAM/STREAM/00012.mts", false},
-      {"../AVCHD/STREAM/00012.mts", false},
+      {"BDMV/STREAM/00012.mts", true},       {"BDMV/STREAM/00012.m2ts", true},
+      {"BDMV/CLIPINF/00012.clpi", true},     {"BDMV/CLIPINF/00012.cpi", true},
+      {"BDMV/STREAM/99999.mts", true},       {"BDMV/STREAM/0012.mts", false},
+      {"BDMV/STREAM/000123.mts", false},     {"BDMV/STREAM/0001a.mts", false},
+      {"BDMV/STREAM/-0001.mts", false},      {"BDMV/STREAM/00012.mts.mts", false},
+      {"BDMV/CLIPINF/00012.mts", false},     {"BDMV/STREAM/00012.clpi", false},
+      {"BDMV/00012.mts", false},             {"BDMV/STREAM/STREAM/00012.mts", false},
+      {"AVCHD/STREAM/00012.mts", false},     {"a/BDMV/STREAM/00012.mts", false},
+      {"a/BDMV/CLIPINF/00012.clpi", true},   {"b/BDMV/CLIPINF/00012.clpi", false},
+      {"c/BDMV/STREAM/00012.mts", false},
       // Cameras write upper-case extensions, read on every platform's card reader.
-      {"STREAM/00012.MTS", true},     {"STREAM/00012.M2ts", true},     {"CLIPINF/00012.CLPI", true},
+      {"BDMV/STREAM/00012.MTS", true},       {"BDMV/STREAM/00012.M2ts", true},
+      {"BDMV/CLIPINF/00012.CLPI", true},
   };
   for (const auto& [relative, recognised] : kCases) {
-    EXPECT_EQ(IsSpannedClipFile(tree.Path(relative)), recognised) << relative;
+    EXPECT_EQ(IsSpannedClipFile(dir.WPath(relative)), recognised) << relative;
   }
-}
-
-TEST(ClipRecognition, PlaylistAndSiblingFoldersMustExist) {
-  RecordingTree tree;
-  tree.Remove("CLIPINF");
-  EXPECT_FALSE(IsSpannedClipFile(tree.Path("STREAM/00012.mts")));
-  EXPECT_TRUE(IsSpannedClipFile(tree.Path("CLIPINF/00012.clpi"))) << "needs STREAM, not CLIPINF itself";
-  tree.Remove("STREAM");
-  EXPECT_FALSE(IsSpannedClipFile(tree.Path("CLIPINF/00012.clpi")));
-
-  RecordingTree withoutPlaylists;
-  withoutPlaylists.Remove("PLAYLIST");
-  // A file of that name is not the folder.
-  withoutPlaylists.dir().WriteFile("BDMV/PLAYLIST", "not a folder");
-  EXPECT_FALSE(IsSpannedClipFile(withoutPlaylists.Path("STREAM/00012.mts")));
 }
 
 TEST(ClipRecognition, FolderNamesFollowThePlatformsCaseRules) {

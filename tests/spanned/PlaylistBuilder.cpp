@@ -47,4 +47,18 @@ void RecordingTree::Remove(const std::string& relative) const {
   std::filesystem::remove_all(dir_.Path("BDMV/" + relative));
 }
 
+void RecordingTree::WriteSplitRecording(const std::vector<std::uint8_t>& source,
+                                        const std::vector<std::size_t>& cuts) const {
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i <= cuts.size(); ++i) {
+    const std::size_t end = i < cuts.size() ? cuts[i] : source.size();
+    dir_.WriteFile("BDMV/STREAM/0001" + std::to_string(i + 1) + ".MTS",
+                   std::vector<std::uint8_t>(source.begin() + static_cast<std::ptrdiff_t>(begin),
+                                             source.begin() + static_cast<std::ptrdiff_t>(end)));
+    begin = end;
+  }
+  WriteStream("00010.MTS");
+  WritePlaylist("00011.MPL", {{"00010", kNewShot}, {"00011", kNewShot}, {"00012", kSameShot}, {"00013", kSameShot}});
+}
+
 }  // namespace aurivox_test

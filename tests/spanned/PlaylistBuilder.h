@@ -44,6 +44,10 @@ class RecordingTree {
   // A stream file whose bytes name it, so that a mix-up shows.
   void WriteStream(const std::string& name) const;
   void Remove(const std::string& relative) const;
+  // Writes `source` split at `cuts` into segments 00011.. (one shot) after
+  // an unrelated shot 00010, and a playlist 00011 naming them all
+  // (playlists numbered above a clip are never searched).
+  void WriteSplitRecording(const std::vector<std::uint8_t>& source, const std::vector<std::size_t>& cuts) const;
 
  private:
   TempDir dir_;
