@@ -83,32 +83,18 @@ TEST(CheckReport, JsonOfEachOutcome) {
             R"({"path":"a.wav","outcome":"decoded","open":{"code":0,"meaning":"success"},"channels":2,)"
             R"("durationFrames":10,"framesRead":10,"read":{"code":0,"meaning":"success"},"stoppedOnZeros":false,)"
             R"("documented":true,"seconds":0.25})");
+  // A problem found before the open is named; a hang has no open result,
+  // and a read that never happened is null.
   FileCheck refused = Refused(99);
   refused.inputProblem = "the file is empty";
-  const Json refusedJson = Json::parse(CheckLineJson(refused));
-  EXPECT_EQ(refusedJson["outcome"], "refused at open");
-  EXPECT_EQ(refusedJson["open"]["code"], 99);
-  EXPECT_EQ(refusedJson["problem"], "the file is empty");
-  EXPECT_TRUE(refusedJson["read"].is_null());
-  FileCheck hung = Decoded(10);
-  hung.hung = true;
-  const Json hungJson = Json::parse(CheckLineJson(hung));
-  EXPECT_FALSE(hungJson.contains("open"));
-  EXPECT_TRUE(hungJson["read"].is_null());
-}
-
-// Names may hold quotes, backslashes, control characters and any bytes; the
-// line stays one valid JSON object either way.
-TEST(CheckReport, JsonKeepsOddPathsReadable) {
-  FileCheck check = Refused(2);
-  for (const std::string path : {"Z:\\media\\\"quoted\".wav", "tab\there\x01\n.wav", "caf\xC3\xA9 \xE6\x97\xA5.m4a"}) {
-    check.path = path;
-    const std::string line = CheckLineJson(check);
-    EXPECT_EQ(line.find('\n'), std::string::npos) << line;
-    EXPECT_EQ(Json::parse(line)["path"], path) << line;
-  }
-  check.path = "bad\xFF" "byte.wav";
-  EXPECT_EQ(Json::parse(CheckLineJson(check))["path"], "bad\xEF\xBF\xBD" "byte.wav");
+  const std::string refusedJson = CheckLineJson(refused);
+  EXPECT_NE(refusedJson.find(R"x("open":{"code":99,"meaning":"the file could not be opened (bad path or )x"
+                             R"x(unsupported file)"},"problem":"the file is empty","channels":0,)x"
+                             R"x("durationFrames":0,"framesRead":0,"read":null,)x"),
+            std::string::npos)
+      << refusedJson;
+  refused.hung = true;
+  EXPECT_EQ(CheckLineJson(refused).find(R"("open")"), std::string::npos) << CheckLineJson(refused);
 }
 
 TEST(CheckReport, ZeroRunsAndBlockSizes) {
