@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 
 #include "OpenFiles.h"
@@ -31,7 +32,7 @@ struct Segments {
     const auto size = static_cast<std::int64_t>(joined.size());
     return Bytes(joined.begin() + std::min(offset, size), joined.begin() + std::min(offset + count, size));
   }
-  long OpenCount() const { return std::count_if(files.begin(), files.end(), IsOpenInThisProcess); }
+  std::ptrdiff_t OpenCount() const { return std::count_if(files.begin(), files.end(), IsOpenInThisProcess); }
 
   aurivox_test::TempDir dir;
   std::vector<std::filesystem::path> files;
