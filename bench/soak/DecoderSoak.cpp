@@ -16,7 +16,6 @@
 #include <string>
 #include <vector>
 
-#include "DecoderTestSupport.h"
 #include "MediaFixtures.h"
 #include "PlaylistBuilder.h"
 #include "ProcessCounters.h"
@@ -67,19 +66,9 @@ bool ParseOptions(int argc, char** argv, Options& options) {
 class SplitRecording {
  public:
   explicit SplitRecording(const std::vector<std::uint8_t>& source) {
-    const std::size_t cuts[] = {0, 33, source.size() / 2 + 1, source.size()};
-    const char* clips[] = {"00001", "00002", "00003"};
-    for (int i = 0; i < 3; ++i) {
-      tree_.dir().WriteFile(std::string("BDMV/STREAM/") + clips[i] + ".MTS",
-                            std::vector<std::uint8_t>(source.begin() + static_cast<std::ptrdiff_t>(cuts[i]),
-                                                      source.begin() + static_cast<std::ptrdiff_t>(cuts[i + 1])));
-    }
-    tree_.WritePlaylist("00001.MPL", aurivox_test::PlaylistBuilder()
-                                         .Item("00001", aurivox_test::kNewShot)
-                                         .Item("00002", aurivox_test::kSameShot)
-                                         .Item("00003", aurivox_test::kSameShot));
+    tree_.WriteSplitRecording(source, {33, source.size() / 2 + 1});
   }
-  orxcore::WString SecondSegment() const { return tree_.Path("STREAM/00002.MTS"); }
+  orxcore::WString SecondSegment() const { return tree_.Path("STREAM/00012.MTS"); }
 
  private:
   aurivox_test::RecordingTree tree_;
@@ -104,9 +93,14 @@ bool OpenReadClose(const orxcore::WString& path, std::string& failure) {
   }
   orxmediatypes::AudioFormat format;
   decoder.GetAudioFormat(format);
-  aurivox_test::HostBuffers buffers(format.GetChannelCount(), kBlockFrames);
+  std::vector<std::vector<float>> channels(format.GetChannelCount(), std::vector<float>(kBlockFrames));
+  std::vector<float*> buffers;
+  for (auto& channel : channels) buffers.push_back(channel.data());
+  imImportAudioRec7 request{};
+  request.size = kBlockFrames;
+  request.buffer = buffers.data();
   for (int i = 0; i < kReadsPerDecoder; ++i) {
-    const int read = aurivox_test::ReadBlock(decoder, buffers, kBlockFrames);
+    const int read = decoder.ReadAudio(&request);
     if (read != Aurivox::kResultSuccess) {
       failure = "read " + std::to_string(i + 1) + " returned " + std::to_string(read);
       return false;

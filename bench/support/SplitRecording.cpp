@@ -46,7 +46,7 @@ SplitRecording MakeSplitRecording(const fs::path& source, int parts, const fs::p
   for (const char* sub : {"BDMV/STREAM", "BDMV/CLIPINF", "BDMV/PLAYLIST"}) fs::create_directories(folder / sub);
 
   SplitRecording recording;
-  aurivox_test::PlaylistBuilder playlist;
+  aurivox_test::PlayItems playlist;
   std::ifstream in(source, std::ios::binary);
   for (int i = 0; i < parts; ++i) {
     const std::uintmax_t begin = total * static_cast<std::uintmax_t>(i) / static_cast<std::uintmax_t>(parts);
@@ -57,9 +57,9 @@ SplitRecording MakeSplitRecording(const fs::path& source, int parts, const fs::p
       if (!CopyRange(in, end - begin, segment)) return {};
     }
     recording.segments.push_back(WidePath(segment));
-    playlist.Item(ClipName(i), i == 0 ? aurivox_test::kNewShot : aurivox_test::kSameShot);
+    playlist.emplace_back(ClipName(i), i == 0 ? aurivox_test::kNewShot : aurivox_test::kSameShot);
   }
-  const std::vector<std::uint8_t> bytes = playlist.Build();
+  const std::vector<std::uint8_t> bytes = aurivox_test::MakePlaylist(playlist);
   std::ofstream(folder / "BDMV" / "PLAYLIST" / "00001.MPL", std::ios::binary | std::ios::trunc)
       .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
   recording.firstSegment = recording.segments.front();

@@ -2,70 +2,43 @@
 #include <gtest/gtest.h>
 
 #include "Commands.h"
-#include "support/ToolReporting.h"
+#include "Json.h"
 #include "PlaylistBuilder.h"
+#include "support/ToolReporting.h"
 
 namespace aurivox_tool {
-
 namespace {
 
 using aurivox_test::kNewShot;
 using aurivox_test::kSameShot;
-using aurivox_test::PlaylistBuilder;
-using aurivox_test::RecordingTree;
 
-struct Outcome {
-  int status;
-  std::string out;
-};
+std::string Utf8(const orxcore::WString& path) { return orxcore::UTF16toStdString(path); }
 
-Outcome Segments(const Arguments& args) {
+// Exit status and what went to standard output.
+std::pair<int, std::string> Segments(const Arguments& args) {
   lastError.clear();
   ::testing::internal::CaptureStdout();
   const int status = RunSegments(args);
   return {status, ::testing::internal::GetCapturedStdout()};
 }
 
-std::string Utf8(const orxcore::WString& path) { return orxcore::UTF16toStdString(path); }
+TEST(SegmentsCommand, ListsTheShotOfASegmentAsLinesOrJson) {
+  aurivox_test::RecordingTree tree;
+  tree.WritePlaylist("00001.MPL", {{"00001", kNewShot}, {"00002", kSameShot}, {"00003", kNewShot}});
+  for (const char* name : {"00001.MTS", "00002.MTS", "00003.MTS"}) tree.WriteStream(name);
+  const std::string first = Utf8(tree.Path("STREAM/00001.MTS"));
+  const std::string second = Utf8(tree.Path("STREAM/00002.MTS"));
+  EXPECT_EQ(Segments({second}), std::make_pair(kExitOk, first + "\n" + second + "\n"));
 
-class SegmentsCommand : public ::testing::Test {
- protected:
-  SegmentsCommand() {
-    tree_.WritePlaylist("00001.MPL", PlaylistBuilder()
-                                         .Item("00001", kNewShot)
-                                         .Item("00002", kSameShot)
-                                         .Item("00003", kNewShot));
-    for (const char* name : {"00001.MTS", "00002.MTS", "00003.MTS"}) tree_.WriteStream(name);
-  }
-  RecordingTree tree_;
-};
+  const std::string third = Utf8(tree.Path("STREAM/00003.MTS"));
+  const auto json = Segments({"--json", third});
+  EXPECT_EQ(json.first, kExitOk);
+  EXPECT_EQ(Json::parse(json.second), Json::array({third})) << json.second;
 
-TEST_F(SegmentsCommand, ListsTheShotOfASegmentOnePerLine) {
-  const Outcome run = Segments({Utf8(tree_.Path("STREAM/00002.MTS"))});
-  EXPECT_EQ(run.status, kExitOk);
-  EXPECT_EQ(run.out, Utf8(tree_.Path("STREAM/00001.MTS")) + "\n" + Utf8(tree_.Path("STREAM/00002.MTS")) + "\n");
-}
-
-TEST_F(SegmentsCommand, JsonArray) {
-  const Outcome run = Segments({"--json", Utf8(tree_.Path("STREAM/00003.MTS"))});
-  EXPECT_EQ(run.status, kExitOk);
-  std::string escaped;
-  for (char c : Utf8(tree_.Path("STREAM/00003.MTS"))) escaped += c == '\\' ? std::string("\\\\") : std::string(1, c);
-  EXPECT_EQ(run.out, "[\"" + escaped + "\"]\n");
-}
-
-TEST_F(SegmentsCommand, FileOutsideARecordingPrintsNothing) {
-  tree_.dir().WriteFile("plain.mts", "x");
-  Outcome run = Segments({Utf8(tree_.dir().WPath("plain.mts"))});
-  EXPECT_EQ(run.status, kExitOk);
-  EXPECT_EQ(run.out, "");
-  run = Segments({Utf8(tree_.dir().WPath("plain.mts")), "--json"});
-  EXPECT_EQ(run.out, "[]\n");
-}
-
-TEST_F(SegmentsCommand, MissingFileFails) {
-  const Outcome run = Segments({Utf8(tree_.Path("STREAM/00009.MTS"))});
-  EXPECT_EQ(run.status, kExitFailure);
+  const std::string plain = Utf8(aurivox_test::ToWString(tree.dir().WriteFile("plain.mts", "x")));
+  EXPECT_EQ(Segments({plain}), std::make_pair(kExitOk, std::string()));
+  EXPECT_EQ(Segments({plain, "--json"}), std::make_pair(kExitOk, std::string("[]\n")));
+  EXPECT_EQ(Segments({Utf8(tree.Path("STREAM/00009.MTS"))}).first, kExitFailure);
   EXPECT_NE(lastError.find("no such file"), std::string::npos) << lastError;
 }
 
