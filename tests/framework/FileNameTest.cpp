@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <tuple>
+#include <vector>
+
+#include "orxcore/String.h"
 #include "support/TempDir.h"
 
 namespace orxcore {
@@ -9,56 +14,42 @@ namespace {
 
 const bool kWindows = File::PreferredSeparator() == u'\\';
 
-TEST(FileName, TitleAndExtensionOfNamesWithSeveralDots) {
-  EXPECT_EQ(File::GetExtension(u"/clips/take.2.final.MTS", true), u".MTS");
-  EXPECT_EQ(File::GetExtension(u"/clips/take.2.final.MTS", false), u"MTS");
-  EXPECT_EQ(File::GetTitle(u"/clips/take.2.final.MTS"), u"take.2.final");
-  EXPECT_EQ(File::GetTitle(u"/clips/00001.m2ts"), u"00001");
-  EXPECT_EQ(File::GetExtension(u"/clips.d/README", true), u"");
-  EXPECT_EQ(File::GetTitle(u"/clips.d/README"), u"README");
-  EXPECT_EQ(File::GetExtension(u"/clips/.hidden", true), u".hidden");
-  EXPECT_EQ(File::GetTitle(u"/clips/.hidden"), u"");
-}
-
-TEST(FileName, ParentAndFileName) {
-  EXPECT_EQ(File::GetParent(u"/a/BDMV/STREAM/00001.MTS"), u"/a/BDMV/STREAM");
-  EXPECT_EQ(File::GetParent(u"/a//b"), u"/a");
-  EXPECT_EQ(File::GetParent(u"/a"), u"/");
-  EXPECT_EQ(File::GetParent(u"name"), u"");
-  EXPECT_EQ(File::GetFileName(u"/a/BDMV/STREAM/00001.MTS"), u"00001.MTS");
+TEST(FileName, PartsOfAPath) {
+  // Path, parent, file name, title, extension.
+  std::vector<std::array<const char16_t*, 5>> rows = {
+      {u"/clips/take.2.final.MTS", u"/clips", u"take.2.final.MTS", u"take.2.final", u".MTS"},
+      {u"/clips.d/README", u"/clips.d", u"README", u"README", u""},
+      {u"/clips/.hidden", u"/clips", u".hidden", u"", u".hidden"},
+      {u"/a//b", u"/a", u"b", u"b", u""},
+      {u"/a", u"/", u"a", u"a", u""},
+      {u"C:/BDMV/1.MTS", u"C:/BDMV", u"1.MTS", u"1", u".MTS"},
+      // A name after a drive lies in that drive's current folder.
+      {u"C:name", kWindows ? u"C:" : u"", u"C:name", u"C:name", u""},
+      // A backslash separates only on Windows.
+      {u"C:\\B/S\\1.MTS", kWindows ? u"C:\\B/S" : u"C:\\B", kWindows ? u"1.MTS" : u"S\\1.MTS",
+       kWindows ? u"1" : u"S\\1", u".MTS"},
+      {u"C:\\BDMV", kWindows ? u"C:\\" : u"", kWindows ? u"BDMV" : u"C:\\BDMV", kWindows ? u"BDMV" : u"C:\\BDMV", u""},
+  };
+  for (const auto& [path, parent, name, title, extension] : rows) {
+    SCOPED_TRACE(UTF16toStdString(path));
+    EXPECT_EQ(File::GetParent(path), parent);
+    EXPECT_EQ(File::GetFileName(path), name);
+    EXPECT_EQ(File::GetTitle(path), title);
+    EXPECT_EQ(File::GetExtension(path, true), extension);
+    EXPECT_EQ(File::GetExtension(path, false), WString(extension).substr(extension[0] ? 1 : 0));
+  }
   EXPECT_EQ(File::Combine(u"/a/b", u"c.mts"), WString(u"/a/b") + File::PreferredSeparator() + u"c.mts");
   EXPECT_EQ(File::Combine(u"/", u"c"), u"/c");
 }
 
-TEST(FileName, TopLevelFolders) {
-  EXPECT_TRUE(File::IsTopLevelDir(u"/"));
-  EXPECT_EQ(File::IsTopLevelDir(u"C:\\"), kWindows);
-  EXPECT_EQ(File::IsTopLevelDir(u"C:"), kWindows);
-  EXPECT_FALSE(File::IsTopLevelDir(u"/BDMV"));
-  EXPECT_FALSE(File::IsTopLevelDir(u"C:\\BDMV"));
-  EXPECT_FALSE(File::IsTopLevelDir(u""));
-  EXPECT_FALSE(File::IsTopLevelDir(u"x/y/z"));
-  EXPECT_EQ(File::IsTopLevelDir(u"\\\\server\\share"), kWindows);
-  EXPECT_FALSE(File::IsTopLevelDir(u"\\\\server\\share\\BDMV"));
-  // A name after a drive lies in that drive's current folder.
-  EXPECT_EQ(File::GetParent(u"C:name"), kWindows ? u"C:" : u"");
-}
-
-TEST(FileName, BackslashSeparatesOnlyOnWindows) {
-  EXPECT_EQ(File::GetFileName(u"C:/BDMV/STREAM/00001.MTS"), u"00001.MTS");
-  if (kWindows) {
-    EXPECT_EQ(File::GetParent(u"C:\\BDMV/STREAM\\00001.MTS"), u"C:\\BDMV/STREAM");
-    EXPECT_EQ(File::GetParent(u"C:\\BDMV"), u"C:\\");
-    EXPECT_EQ(File::GetFileName(u"C:\\BDMV\\00001.MTS"), u"00001.MTS");
-  } else {
-    // A backslash is an ordinary character of a POSIX name.
-    EXPECT_EQ(File::GetParent(u"/a/b\\c.mts"), u"/a");
-    EXPECT_EQ(File::GetFileName(u"/a/b\\c.mts"), u"b\\c.mts");
+TEST(FileName, TopLevelFoldersAndComparison) {
+  const std::tuple<const char16_t*, bool, bool> kRows[] = {  // path, on POSIX, on Windows
+      {u"/", true, true},           {u"C:\\", false, true},        {u"C:", false, true},
+      {u"\\\\srv\\share", false, true}, {u"\\\\srv\\share\\", false, true}, {u"\\\\srv\\share\\BDMV", false, false},
+      {u"\\\\\\share", false, false}, {u"C:\\BDMV", false, false},   {u"", false, false}};
+  for (const auto& [path, posix, windows] : kRows) {
+    EXPECT_EQ(File::IsTopLevelDir(path), kWindows ? windows : posix) << UTF16toStdString(path);
   }
-}
-
-TEST(FileName, ComparisonFollowsThePlatformsCaseRules) {
-  EXPECT_EQ(File::CompareFileNames(u"STREAM", u"STREAM"), 0);
   EXPECT_EQ(File::CompareFileNames(u"STREAM", u"stream") == 0, kWindows);
   EXPECT_NE(File::CompareFileNames(u"STREAM", u"STREAMS"), 0);
   EXPECT_LT(File::CompareFileNames(u"A", u"B"), 0);
