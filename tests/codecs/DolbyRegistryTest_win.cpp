@@ -18,15 +18,11 @@ TEST(DolbyRegistry, KeyPresentMeansNothingSentButTheFileIsRecorded) {
   aurivox_test::MediaFeaturesSwitch features(true);
   ASSERT_TRUE(MediaFeaturesPresent());
   WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder.suite(), 0);
-  EXPECT_TRUE(recorder.events().empty());
-
   features.Set(false);
   ASSERT_FALSE(MediaFeaturesPresent());
   WarnAboutMissingDolby(path, DolbySuspect::kCertain, recorder.suite(), 0);
   EXPECT_TRUE(recorder.events().empty()) << "the file was recorded while the key was present";
-
-  const orxcore::WString other = u"C:\\clips\\" + orxcore::Guid::CreateUnique().AsString() + u".mp4";
-  WarnAboutMissingDolby(other, DolbySuspect::kCertain, recorder.suite(), 0);
+  WarnAboutMissingDolby(path + u"2", DolbySuspect::kCertain, recorder.suite(), 0);
   EXPECT_EQ(recorder.events().size(), 1u);
 }
 

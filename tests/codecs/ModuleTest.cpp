@@ -13,23 +13,17 @@ bool MediaFoundationRunning() {
   return true;
 }
 
-TEST(Module, FirstInitializeStartsAndLastTerminateStopsMediaFoundation) {
-  ASSERT_FALSE(MediaFoundationRunning());
-  Aurivox::Initialize();
-  EXPECT_TRUE(MediaFoundationRunning());
-  Aurivox::Initialize();
-  Aurivox::Terminate();
-  EXPECT_TRUE(MediaFoundationRunning()) << "an inner Terminate must not shut down";
-  Aurivox::Terminate();
+TEST(Module, FirstInitializeStartsAndLastTerminateStopsMediaFoundationAgainAndAgain) {
+  for (int run = 0; run < 2; ++run) {
+    ASSERT_FALSE(MediaFoundationRunning());
+    Aurivox::Initialize();
+    EXPECT_TRUE(MediaFoundationRunning());
+    Aurivox::Initialize();
+    Aurivox::Terminate();
+    EXPECT_TRUE(MediaFoundationRunning()) << "an inner Terminate must not shut down";
+    Aurivox::Terminate();
+  }
   EXPECT_FALSE(MediaFoundationRunning());
-}
-
-TEST(Module, StartsAgainAfterABalancedRun) {
-  Aurivox::Initialize();
-  Aurivox::Terminate();
-  Aurivox::Initialize();
-  EXPECT_TRUE(MediaFoundationRunning());
-  Aurivox::Terminate();
 }
 
 }  // namespace
