@@ -19,9 +19,9 @@ std::string Shell(const std::string& command, const aurivox_test::TempDir& dir) 
   return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
 }
 
-WaveFormat Wave(int channels, std::uint32_t rate, std::int32_t sampleType) {
+WaveFormat Wave(std::uint32_t channels, std::uint32_t rate, std::int32_t sampleType) {
   orxmediatypes::AudioChannelLayout layout;
-  for (int i = 0; i < channels; ++i) layout.emplace_back(100 + i);
+  for (std::uint32_t i = 0; i < channels; ++i) layout.emplace_back(100 + i);
   auto format = orxmediatypes::AudioFormat::CreateAudioFormat(layout, rate);
   format.SetSampleType(sampleType);
   WaveFormat wave;
@@ -29,41 +29,31 @@ WaveFormat Wave(int channels, std::uint32_t rate, std::int32_t sampleType) {
   return wave;
 }
 
-TEST(WaveFile, FfmpegDecodesTheSamplesWritten) {
+TEST(WaveFile, FfmpegDecodesTheSamplesWrittenAndReadsAnRf64LengthFromDs64) {
   // Sample type, channels, FFmpeg's name for the same sample layout.
-  const std::tuple<std::int32_t, int, const char*> kFormats[] = {
+  const std::tuple<std::int32_t, std::uint32_t, std::string> kFormats[] = {
       {10, 1, "u8"}, {20, 2, "s16le"}, {30, 2, "s24le"}, {40, 6, "s32le"}, {0, 2, "f32le"}, {0, 6, "f32le"}};
+  aurivox_test::TempDir dir;
+  const std::string wav = "'" + dir.Path("t.wav").string() + "'", raw = dir.Path("t.raw").string();
   for (const auto& [sampleType, channels, rawFormat] : kFormats) {
-    SCOPED_TRACE(rawFormat + std::to_string(channels));
     const WaveFormat wave = Wave(channels, 22050, sampleType);
     std::vector<std::uint8_t> samples(wave.blockAlign * 1001);
     for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = static_cast<std::uint8_t>(i * 7 + 3);
-    if (sampleType == 0) {  // keep the floats finite and small
-      for (std::size_t i = 3; i < samples.size(); i += 4) samples[i] = 0x3E;
-    }
-    aurivox_test::TempDir dir;
+    // Keeps the floats finite and small.
+    for (std::size_t i = 3; sampleType == 0 && i < samples.size(); i += 4) samples[i] = 0x3E;
     WaveWriter writer;
     ASSERT_TRUE(writer.Open(dir.WPath("t.wav"), wave));
-    ASSERT_TRUE(writer.Write(samples.data(), samples.size()));
-    ASSERT_TRUE(writer.Finalize());
-    const std::string wav = "'" + dir.Path("t.wav").string() + "'";
-    const std::string raw = dir.Path("t.raw").string();
-    const std::string format = rawFormat;
-    ASSERT_EQ(Shell("ffmpeg -v error -i " + wav + " -f " + format + " -c:a pcm_" + format + " '" + raw + "'", dir), "");
-    EXPECT_EQ(aurivox_test::ReadFileBytes(raw), samples);
+    ASSERT_TRUE(writer.Write(samples.data(), samples.size()) && writer.Finalize());
+    ASSERT_EQ(Shell("ffmpeg -y -v error -i " + wav + " -f " + rawFormat + " -c:a pcm_" + rawFormat + " '" + raw + "'", dir), "");
+    EXPECT_EQ(aurivox_test::ReadFileBytes(raw), samples) << rawFormat << channels;
     EXPECT_EQ(Shell("sox --i -s " + wav, dir), "1001\n");
   }
-}
 
-TEST(WaveFile, FfmpegReadsTheLengthOfAnRf64FileFromDs64) {
   // 5 GiB of silence, sparse on disk: 5 * 2^30 / 8 bytes a frame / 48000 Hz.
   const std::uint64_t dataBytes = 5ull << 30;
-  aurivox_test::TempDir dir;
   const auto header = MakeWaveHeader(Wave(2, 48000, 0), dataBytes);
-  const auto path = dir.WriteFile("big.wav", header);
-  std::filesystem::resize_file(path, header.size() + dataBytes);
-  EXPECT_EQ(Shell("ffprobe -v error -show_entries format=format_name:stream=duration_ts -of csv=p=0 '" +
-                      path.string() + "'", dir),
+  std::filesystem::resize_file(dir.WriteFile("t.wav", header), header.size() + dataBytes);
+  EXPECT_EQ(Shell("ffprobe -v error -show_entries format=format_name:stream=duration_ts -of csv=p=0 " + wav, dir),
             std::to_string(dataBytes / 8) + "\nwav\n");
 }
 

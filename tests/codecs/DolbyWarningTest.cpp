@@ -25,20 +25,21 @@ const char16_t kMaybe[] = u"The audio in this file may require the Dolby audio d
 class DolbyWarningTest : public ::testing::Test {
  protected:
   void SetUp() override { ASSERT_FALSE(MediaFeaturesPresent()); }
-  void Warn(const orxcore::WString& path, std::uint32_t flags, DolbySuspect suspect = DolbySuspect::kCertain) {
-    WarnAboutMissingDolby(path, suspect, recorder_.suite(), flags);
+  void Warn(const orxcore::WString& path, std::uint32_t flags, DolbySuspect suspect = DolbySuspect::kCertain,
+            bool withSuite = true) {
+    WarnAboutMissingDolby(path, suspect, withSuite ? recorder_.suite() : nullptr, flags);
   }
 
-  aurivox_test::MediaFeaturesSwitch featuresAbsent_{false};
+  aurivox_test::MediaFeaturesSwitch features_{false};
   aurivox_test::RecordingErrorSuite recorder_;
 };
 
 TEST(DolbySubtypes, DolbySubtypesAndTheOpenFailuresAMissingDecoderCauses) {
   EXPECT_TRUE(IsDolbySubtype({0xA7FB87AF, 0x2D02, 0x42FB, {0xA4, 0xD4, 0x05, 0xCD, 0x93, 0x84, 0x3B, 0xDD}}));
   EXPECT_FALSE(IsDolbySubtype({0x1610, 0, 0x10, {0x80, 0, 0, 0xAA, 0, 0x38, 0x9B, 0x71}}));
-  EXPECT_TRUE(IsDolbySuspectResult(static_cast<std::int32_t>(0xC00D36C4)));
-  EXPECT_TRUE(IsDolbySuspectResult(static_cast<std::int32_t>(0xC00D36E6)));
-  EXPECT_FALSE(IsDolbySuspectResult(static_cast<std::int32_t>(0x80004005)));
+  for (std::uint32_t hr : {0xC00D36C4u, 0xC00D36E6u, 0x80004005u}) {
+    EXPECT_EQ(IsDolbySuspectResult(static_cast<std::int32_t>(hr)), hr != 0x80004005u) << std::hex << hr;
+  }
 }
 
 TEST_F(DolbyWarningTest, WarnsOncePerFileWhateverTheCaseOfItsPath) {
@@ -46,7 +47,7 @@ TEST_F(DolbyWarningTest, WarnsOncePerFileWhateverTheCaseOfItsPath) {
   Warn(path, 0);
   Warn(orxcore::ToLowerCase(path), 0);
   Warn(path, 0, DolbySuspect::kMaybe);
-  WarnAboutMissingDolby(UniquePath(u".mp4"), DolbySuspect::kNone, recorder_.suite(), 0);
+  Warn(UniquePath(u".mp4"), 0, DolbySuspect::kNone);
   const auto events = recorder_.events();
   ASSERT_EQ(events.size(), 1u);
   EXPECT_EQ(events[0].title, u"Missing Dolby audio decoder");
@@ -54,16 +55,20 @@ TEST_F(DolbyWarningTest, WarnsOncePerFileWhateverTheCaseOfItsPath) {
   EXPECT_EQ(events[0].message.substr(events[0].message.size() - path.size() - 4), u". \"" + path + u"\"");
 }
 
-TEST_F(DolbyWarningTest, NothingIsSentWhenSwitchedOffAndAFileExaminedWithoutSuiteIsNeverWarnedAbout) {
-  const orxcore::WString path = UniquePath(u".mp4");
-  Warn(path, kDolbyWarningOff | kDolbyWarnMaybeAsCertain);
+// A file examined while switched off is not recorded; one examined without a
+// suite or while the features are present is, and is never warned about.
+TEST_F(DolbyWarningTest, NothingIsSentWhenSwitchedOffWithoutSuiteOrWithTheFeatures) {
+  const orxcore::WString off = UniquePath(u".mp4"), unheard = UniquePath(u".mp4"), present = UniquePath(u".mp4");
+  Warn(off, kDolbyWarningOff | kDolbyWarnMaybeAsCertain);
+  Warn(unheard, 0, DolbySuspect::kCertain, /*withSuite=*/false);
+  features_.Set(true);
+  ASSERT_TRUE(MediaFeaturesPresent());
+  Warn(present, 0);
+  features_.Set(false);
   EXPECT_TRUE(recorder_.events().empty());
-  Warn(path, 0);  // nothing was recorded while off
-  EXPECT_EQ(recorder_.events().size(), 1u);
-  const orxcore::WString unheard = UniquePath(u".mp4");
-  WarnAboutMissingDolby(unheard, DolbySuspect::kCertain, nullptr, 0);
-  Warn(unheard, 0);
-  EXPECT_EQ(recorder_.events().size(), 1u);
+  for (const auto& path : {off, unheard, present}) Warn(path, 0);
+  ASSERT_EQ(recorder_.events().size(), 1u);
+  EXPECT_EQ(recorder_.EventsFor(off).size(), 1u);
 }
 
 TEST_F(DolbyWarningTest, TextsComeFromTheirLocalisationKeys) {

@@ -21,13 +21,13 @@ class EncoderLogic : public ::testing::Test {
   aurivox_test::TempDir temp_;
   aurivox_test::ScopedTemporaryFolder useTemp_{temp_.path().u8string()};
   std::vector<std::uint8_t> out_ = {9, 9};
+  const std::uint8_t bytes_[3] = {1, 2, 3};
 };
 
 TEST_F(EncoderLogic, EachBufferReturnsWhatItsWriteAddedToAUniqueTemporaryFileDeletedAtTheEnd) {
   {
     Encoder encoder;
-    const std::uint8_t bytes[3] = {1, 2, 3};
-    EXPECT_FALSE(encoder.GetEncodedBuffer(bytes, 3, out_));  // not initialised yet
+    EXPECT_FALSE(encoder.GetEncodedBuffer(bytes_, 3, out_));  // not initialised yet
     EXPECT_EQ(out_, (std::vector<std::uint8_t>{9, 9}));
     ASSERT_TRUE(encoder.Initialize(1, 48000, 2, 16, 0, 0, 0));
     const auto files = Files();
@@ -40,11 +40,11 @@ TEST_F(EncoderLogic, EachBufferReturnsWhatItsWriteAddedToAUniqueTemporaryFileDel
     ASSERT_TRUE(other.Initialize(1, 48000, 2, 16, 0, 0, 0));
     EXPECT_EQ(Files().size(), 2u);  // a name of its own
 
-    ASSERT_TRUE(encoder.GetEncodedBuffer(bytes, 3, out_));
+    ASSERT_TRUE(encoder.GetEncodedBuffer(bytes_, 3, out_));
     EXPECT_EQ(out_, (std::vector<std::uint8_t>{1, 1, 2, 2, 3, 3}));
-    ASSERT_TRUE(encoder.GetEncodedBuffer(bytes + 2, 1, out_));
+    ASSERT_TRUE(encoder.GetEncodedBuffer(bytes_ + 2, 1, out_));
     EXPECT_EQ(out_, (std::vector<std::uint8_t>{3, 3}));
-    ASSERT_TRUE(encoder.GetEncodedBuffer(bytes, 0, out_));
+    ASSERT_TRUE(encoder.GetEncodedBuffer(bytes_, 0, out_));
     EXPECT_TRUE(out_.empty());
   }
   EXPECT_TRUE(Files().empty());
@@ -53,8 +53,7 @@ TEST_F(EncoderLogic, EachBufferReturnsWhatItsWriteAddedToAUniqueTemporaryFileDel
 TEST_F(EncoderLogic, AFormatWithoutExtensionsMakesNoPath) {
   Encoder encoder;
   EXPECT_FALSE(encoder.Initialize(2, 48000, 2, 16, 0, 0, 0));
-  const std::uint8_t bytes[1] = {5};
-  EXPECT_FALSE(encoder.GetEncodedBuffer(bytes, 1, out_));  // the empty path cannot be opened
+  EXPECT_FALSE(encoder.GetEncodedBuffer(bytes_, 1, out_));  // the empty path cannot be opened
   EXPECT_TRUE(Files().empty());
 }
 

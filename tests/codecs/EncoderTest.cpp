@@ -9,21 +9,14 @@
 #include "support/Environment.h"
 #include "support/TempDir.h"
 
-namespace Aurivox {
-namespace {
-
 TEST(Encoder, EncodingOperationsFailWithoutMakingAFile) {
   aurivox_test::TempDir temp;
   aurivox_test::ScopedTemporaryFolder useTemp(temp.path().u8string());
-  Encoder encoder;
+  Aurivox::Encoder encoder;
   EXPECT_FALSE(encoder.Initialize(0, 48000, 2, 16, 0, 0, 0));
   EXPECT_FALSE(encoder.Initialize(u"out.wav", 0, 48000, 2, 0, 0, 0, 0));
-  const std::uint8_t bytes[4] = {1, 2, 3, 4};
-  EXPECT_FALSE(encoder.WriteSampleBytes(bytes, 4));
+  EXPECT_FALSE(encoder.WriteSampleBytes(reinterpret_cast<const std::uint8_t*>("abcd"), 4));
   EXPECT_FALSE(encoder.FinishWrite());
   EXPECT_TRUE(encoder.GetSupportedExtensions(0).empty());
   EXPECT_TRUE(std::filesystem::is_empty(temp.path()));
 }
-
-}  // namespace
-}  // namespace Aurivox

@@ -3,10 +3,8 @@
 #include <gtest/gtest.h>
 #include <mfapi.h>
 
-namespace {
-
 // Work queues can be allocated only while Media Foundation is started.
-bool MediaFoundationRunning() {
+static bool MediaFoundationRunning() {
   DWORD queue = 0;
   if (FAILED(MFAllocateWorkQueue(&queue))) return false;
   MFUnlockWorkQueue(queue);
@@ -25,5 +23,3 @@ TEST(Module, FirstInitializeStartsAndLastTerminateStopsMediaFoundationAgainAndAg
   }
   EXPECT_FALSE(MediaFoundationRunning());
 }
-
-}  // namespace

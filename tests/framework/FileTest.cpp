@@ -1,28 +1,32 @@
-#include "orxcore/File.h"
-
+// Path rules of the core library and the file access of ZUMFoundation.
 #include <gtest/gtest.h>
 
 #include <array>
+#include <numeric>
 #include <tuple>
 #include <vector>
 
-#include "orxcore/String.h"
+#include "ZUM/File.h"
+#include "ZUM/PathUtils.h"
+#include "orxcore/File.h"
 #include "support/TempDir.h"
 
-namespace orxcore {
 namespace {
+
+namespace File = orxcore::File;
+using orxcore::UTF16toStdString;
+using orxcore::WString;
 
 const bool kWindows = File::PreferredSeparator() == u'\\';
 
 TEST(FileName, PartsOfAPath) {
   // Path, parent, file name, title, extension.
-  std::vector<std::array<const char16_t*, 5>> rows = {
+  const std::array<const char16_t*, 5> kRows[] = {
       {u"/clips/take.2.final.MTS", u"/clips", u"take.2.final.MTS", u"take.2.final", u".MTS"},
       {u"/clips.d/README", u"/clips.d", u"README", u"README", u""},
       {u"/clips/.hidden", u"/clips", u".hidden", u"", u".hidden"},
       {u"/a//b", u"/a", u"b", u"b", u""},
       {u"/a", u"/", u"a", u"a", u""},
-      {u"C:/BDMV/1.MTS", u"C:/BDMV", u"1.MTS", u"1", u".MTS"},
       // A name after a drive lies in that drive's current folder.
       {u"C:name", kWindows ? u"C:" : u"", u"C:name", u"C:name", u""},
       // A backslash separates only on Windows.
@@ -30,7 +34,7 @@ TEST(FileName, PartsOfAPath) {
        kWindows ? u"1" : u"S\\1", u".MTS"},
       {u"C:\\BDMV", kWindows ? u"C:\\" : u"", kWindows ? u"BDMV" : u"C:\\BDMV", kWindows ? u"BDMV" : u"C:\\BDMV", u""},
   };
-  for (const auto& [path, parent, name, title, extension] : rows) {
+  for (const auto& [path, parent, name, title, extension] : kRows) {
     SCOPED_TRACE(UTF16toStdString(path));
     EXPECT_EQ(File::GetParent(path), parent);
     EXPECT_EQ(File::GetFileName(path), name);
@@ -55,11 +59,40 @@ TEST(FileName, TopLevelFoldersAndComparison) {
   EXPECT_LT(File::CompareFileNames(u"A", u"B"), 0);
 }
 
-TEST(FileName, NonAsciiNamesReachTheFileSystem) {
+TEST(ZumFile, OpensReadsSeeksAndSizesNonAsciiNames) {
   aurivox_test::TempDir dir;
-  dir.WriteFile("\xC3\xBC" "ber/\xE4\xB8\xAD.mts", "x");
-  EXPECT_TRUE(File::IsRegularFile(dir.WPath("\xC3\xBC" "ber/\xE4\xB8\xAD.mts")));
+  std::vector<std::uint8_t> bytes(300);
+  std::iota(bytes.begin(), bytes.end(), 0);
+  const std::string name = "\xC3\xBC" "ber/\xE4\xB8\xAD.mts";
+  dir.WriteFile(name, bytes);
+  EXPECT_TRUE(File::IsRegularFile(dir.WPath(name)));
+  std::uint64_t size = 0;
+  ASSERT_EQ(ZUM::File::SizeOnDisk(dir.WPath(name), size), ZUM::kSuccess);
+  EXPECT_EQ(size, 300u);
+  ZUM::File file;
+  ASSERT_EQ(ZUM::File::Open(dir.WPath(name), ZUM::kAccessRead, file, true), ZUM::kSuccess);
+  ASSERT_EQ(file.SetFilePointer(-60, ZUM::kFromEnd), ZUM::kSuccess);
+  std::uint8_t buffer[100] = {};
+  std::uint32_t read = 0;
+  ASSERT_EQ(file.Read(buffer, sizeof buffer, read), ZUM::kSuccess);
+  EXPECT_EQ(read, 60u);  // only 60 bytes are left
+  EXPECT_EQ(buffer[59], 299 & 0xFF);
+  file.Close();
+  EXPECT_LT(file.Read(buffer, 4, read), 0);
+}
+
+TEST(ZumFile, MissingFilesAndFoldersFailWithNegativeResults) {
+  aurivox_test::TempDir dir;
+  dir.MakeDir("folder");
+  ZUM::File file;
+  EXPECT_EQ(ZUM::File::Open(dir.WPath("missing.mts"), ZUM::kAccessRead, file, true), ZUM::kErrorNotFound);
+  EXPECT_LT(ZUM::File::Open(dir.WPath("folder"), ZUM::kAccessRead, file, true), 0);
+  EXPECT_FALSE(file.IsOpen());
+  std::uint64_t size = 12345;
+  EXPECT_LT(ZUM::File::SizeOnDisk(dir.WPath("folder"), size), 0);
+  EXPECT_EQ(size, 12345u);  // left alone on failure
+  EXPECT_EQ(ZUM::PathUtils::Win::StripUNC(u"\\\\?\\C:\\clips\\a.mts"), u"C:\\clips\\a.mts");
+  EXPECT_EQ(ZUM::PathUtils::Win::StripUNC(u"\\\\?\\UNC\\server\\share\\a.mts"), u"\\\\server\\share\\a.mts");
 }
 
 }  // namespace
-}  // namespace orxcore
