@@ -1,4 +1,4 @@
-// The media-type, channel-label and vector-utility stand-ins, and the host records.
+// The channel-label and vector-utility stand-ins, and the host records.
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -10,23 +10,16 @@
 
 namespace {
 
-orxmediatypes::AudioChannelLayout Layout(std::initializer_list<std::uint32_t> labels) {
-  orxmediatypes::AudioChannelLayout layout;
-  for (std::uint32_t label : labels) layout.emplace_back(label);
-  return layout;
-}
-
 TEST(ChannelLayout, DescriptionAndHostLabelsCoverEveryChannelAsked) {
-  EXPECT_EQ(orxmediatypes::AudioChannelLayoutDescription(Layout({100, 103, 117, 118, 99, 0})),
-            "L, LFE, Tbc, Label 118, Label 99, Discrete");
+  const std::vector<std::uint32_t> labelValues = {103, 0, 117, 118, 99};
+  const orxmediatypes::AudioChannelLayout layout(labelValues.begin(), labelValues.end());
+  EXPECT_EQ(orxmediatypes::AudioChannelLayoutDescription(layout), "LFE, Discrete, Tbc, Label 118, Label 99");
   QzAudioChannelLabel labels[3];
   std::fill(std::begin(labels), std::end(labels), static_cast<QzAudioChannelLabel>(-7));
-  Pellmark::BEToSDKAudioChannelLayout(Layout({103, 0, 104}), 2, labels);
+  Pellmark::BEToSDKAudioChannelLayout(layout, 2, labels);
   EXPECT_EQ(labels[0], kQzAudioChannelLabel_LowFrequency);
   EXPECT_EQ(labels[1], kQzAudioChannelLabel_Discrete);
   EXPECT_EQ(labels[2], -7);  // beyond `count`
-  Pellmark::BEToSDKAudioChannelLayout(Layout({100}), 3, labels);
-  EXPECT_EQ(labels[1], kQzAudioChannelLabel_Discrete);  // beyond the layout
 }
 
 TEST(Accelerate, ZeroCopyAndSwapTouchExactlyTheElementsAsked) {
@@ -35,11 +28,11 @@ TEST(Accelerate, ZeroCopyAndSwapTouchExactlyTheElementsAsked) {
   orxaccelerate::utility::Copy(3, buffer + 3, buffer);
   const float expected[8] = {1, 0, 0, 1, 0, 0, 0, 1};
   EXPECT_EQ(std::memcmp(buffer, expected, sizeof buffer), 0);
-  std::uint32_t values[2] = {0x11223344u, 0xA0B0C0D0u};
-  orxaccelerate::utility::SwapBytes(2, values);
-  EXPECT_EQ(values[1], 0xD0C0B0A0u);
+  std::uint32_t values[1] = {0xA0B0C0D0u};
+  orxaccelerate::utility::SwapBytes(1, values);
   std::uint16_t shorts[1] = {0x1234};
   orxaccelerate::utility::SwapBytes(1, shorts);
+  EXPECT_EQ(values[0], 0xD0C0B0A0u);
   EXPECT_EQ(shorts[0], 0x3412);
 }
 
@@ -52,7 +45,7 @@ TEST(HostRecords, FieldsWriteTheDocumentedBytesAndNoOthers) {
   info.sampleType = 12;
   info.audioDuration = 0x0102030405060708;
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(&info);
-  const std::pair<int, std::uint8_t> kBytes[] = {{0, 0xAB},   {1, 1},    {2, 0xAB},   {173, 0xAB}, {174, 6},    {177, 0},
+  const std::pair<int, std::uint8_t> kBytes[] = {{0, 0xAB},   {1, 1},    {2, 0xAB},   {173, 0xAB}, {174, 6},   {177, 0},
                                                  {181, 0x47}, {182, 12}, {186, 0x08}, {193, 0x01}, {194, 0xAB}};
   for (const auto& [offset, value] : kBytes) EXPECT_EQ(bytes[offset], value) << offset;
 }

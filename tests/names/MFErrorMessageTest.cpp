@@ -2,9 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
-#include "MFErrorTable.h"
 #include "orxcore/Localizer.h"
 
 namespace windowsmediafoundation {
@@ -18,25 +15,15 @@ TEST(MFErrorMessage, NamedCodesHaveThePlatformsTextsAndOthersTheDefaultInUpperCa
   const std::pair<std::uint32_t, const char*> kCases[] = {
       {0x00000000, "Operation successful"},
       {0x80004005, "Unspecified failure"},
-      {0xC00D36E6, "The requested attribute was not found."},
       {0xC00DA7FD, "The hardware stream is not connected yet."},
       {0x1, "Media Foundation returned error 0x1"},  // S_FALSE has no name here
       {0xFFFFFFFF, "Media Foundation returned error 0xFFFFFFFF"},
-      {0xC00DABCD, "Media Foundation returned error 0xC00DABCD"},
-      // Gaps inside the Media Foundation ranges and near neighbours of named codes.
+      // A gap inside the Media Foundation ranges and near neighbours of a named code.
       {0xC00D36B8, "Media Foundation returned error 0xC00D36B8"},
+      {0xC00D36E6, "The requested attribute was not found."},
       {0x800D36E6, "Media Foundation returned error 0x800D36E6"},
       {0x000D36E6, "Media Foundation returned error 0xD36E6"}};
   for (const auto& [code, text] : kCases) EXPECT_EQ(Message(code), text) << std::hex << code;
-}
-
-TEST(MFErrorMessage, EveryEntryIsFoundByItsCodeAndHasAnEnglishText) {
-  for (const MFErrorEntry& entry : MFErrorEntries()) {
-    const std::string_view text = entry.key.substr(entry.key.find('=') + 1);
-    EXPECT_FALSE(text.empty()) << entry.key;
-    EXPECT_EQ(FindMFErrorEntry(entry.code), &entry) << entry.key;
-    EXPECT_EQ(Message(entry.code), text);
-  }
 }
 
 TEST(MFErrorMessage, TranslatedKeysAndTraceLines) {
@@ -45,7 +32,6 @@ TEST(MFErrorMessage, TranslatedKeysAndTraceLines) {
   localizer.SetTranslation("$$$/windowsmediafoundation/Errors/DefaultError", u"Erreur 0x@0 de MF");
   EXPECT_EQ(Message(0xC00D3E85), "Schon beendet.");
   EXPECT_EQ(Message(0x80004321), "Erreur 0x80004321 de MF");
-  EXPECT_EQ(Message(0x80004005), "Unspecified failure");
   localizer.ClearTranslations();
 
   orxcore::TraceSite site("windowsmediafoundation.MFReader.Test", 5);
