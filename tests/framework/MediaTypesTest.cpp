@@ -1,11 +1,10 @@
-// The channel-label and vector-utility stand-ins, and the host records.
+// The channel-label stand-ins and the host records.
 #include <gtest/gtest.h>
 
 #include <cstring>
 
 #include "Pellmark/ChannelLayout.h"
 #include "aurivox/HostRecords.h"
-#include "orxaccelerate/Utility.h"
 #include "orxmediatypes/AudioFormat.h"
 
 namespace {
@@ -20,20 +19,6 @@ TEST(ChannelLayout, DescriptionAndHostLabelsCoverEveryChannelAsked) {
   EXPECT_EQ(labels[0], kQzAudioChannelLabel_LowFrequency);
   EXPECT_EQ(labels[1], kQzAudioChannelLabel_Discrete);
   EXPECT_EQ(labels[2], -7);  // beyond `count`
-}
-
-TEST(Accelerate, ZeroCopyAndSwapTouchExactlyTheElementsAsked) {
-  float buffer[8] = {1, 1, 1, 1, 1, 1, 1, 1};
-  orxaccelerate::utility::Zero(3, buffer + 4);
-  orxaccelerate::utility::Copy(3, buffer + 3, buffer);
-  const float expected[8] = {1, 0, 0, 1, 0, 0, 0, 1};
-  EXPECT_EQ(std::memcmp(buffer, expected, sizeof buffer), 0);
-  std::uint32_t values[1] = {0xA0B0C0D0u};
-  orxaccelerate::utility::SwapBytes(1, values);
-  std::uint16_t shorts[1] = {0x1234};
-  orxaccelerate::utility::SwapBytes(1, shorts);
-  EXPECT_EQ(values[0], 0xD0C0B0A0u);
-  EXPECT_EQ(shorts[0], 0x3412);
 }
 
 TEST(HostRecords, FieldsWriteTheDocumentedBytesAndNoOthers) {
