@@ -19,10 +19,9 @@ MediaFeaturesSwitch::MediaFeaturesSwitch(bool present) {
 
 void MediaFeaturesSwitch::Set(bool present) {
   HKEY key = nullptr;
-  if (!present) {
-    RegDeleteKeyW(HKEY_LOCAL_MACHINE, kKey);
-  } else if (RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr) ==
-             ERROR_SUCCESS) {
+  if (!present) RegDeleteKeyW(HKEY_LOCAL_MACHINE, kKey);
+  if (present &&
+      RegCreateKeyExW(HKEY_LOCAL_MACHINE, kKey, 0, nullptr, 0, KEY_WRITE, nullptr, &key, nullptr) == ERROR_SUCCESS) {
     RegCloseKey(key);
   }
 }

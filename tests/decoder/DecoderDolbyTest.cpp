@@ -61,10 +61,9 @@ TEST_F(DecoderDolbyTest, NoWarningWhenSwitchedOffOrForOtherFailures) {
 
 TEST_F(DecoderDolbyTest, AReadThatFailsPartWayIsReportedAsAFailedRead) {
   // Stereo 16-bit samples; the first primes the reader at the open and is dropped by its rewind.
-  aurivox_test::FakeRead failed;
-  failed.hr = MF_E_INVALID_STREAM_DATA;
   fake_->reads = {aurivox_test::SampleRead(std::vector<std::uint8_t>(4, 0x11)),
-                  aurivox_test::SampleRead(std::vector<std::uint8_t>(400, 0x11)), failed};
+                  aurivox_test::SampleRead(std::vector<std::uint8_t>(400, 0x11)), aurivox_test::FakeRead{}};
+  fake_->reads.back().hr = MF_E_INVALID_STREAM_DATA;
   Aurivox::Decoder decoder;
   ASSERT_EQ(decoder.Open(UniquePath(u".wav"), nullptr), Aurivox::kResultSuccess);
   std::vector<float> left(300), right(300);

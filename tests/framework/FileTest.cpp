@@ -43,9 +43,9 @@ TEST(FileName, PartsOfAPath) {
 
 TEST(FileName, TopLevelFoldersAndComparison) {
   const std::tuple<const char16_t*, bool, bool> kRows[] = {  // path, on POSIX, on Windows
-      {u"/", true, true},           {u"C:\\", false, true},           {u"C:", false, true},
-      {u"\\\\srv\\share\\", false, true}, {u"\\\\srv\\share\\BDMV", false, false}, {u"\\\\\\share", false, false},
-      {u"C:\\BDMV", false, false},  {u"", false, false}};
+      {u"/", true, true},       {u"C:\\", false, true},                {u"C:", false, true},
+      {u"", false, false},      {u"\\\\srv\\share\\", false, true},      {u"\\\\srv\\share\\BDMV", false, false},
+      {u"C:\\BDMV", false, false}, {u"\\\\\\share", false, false}};
   for (const auto& [path, posix, windows] : kRows) {
     EXPECT_EQ(File::IsTopLevelDir(path), kWindows ? windows : posix) << orxcore::UTF16toStdString(path);
   }

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -22,14 +23,9 @@ constexpr std::size_t kLine = 32;
 
 // Bytes in a pattern that differs per seed.
 std::vector<unsigned char> Pattern(std::size_t size, std::uint32_t seed) {
+  std::minstd_rand random(seed);
   std::vector<unsigned char> bytes(size);
-  std::uint32_t x = seed * 2654435761u + 1;
-  for (unsigned char& byte : bytes) {
-    x ^= x << 13;
-    x ^= x >> 17;
-    x ^= x << 5;
-    byte = static_cast<unsigned char>(x);
-  }
+  for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() >> 7);
   return bytes;
 }
 
