@@ -35,16 +35,17 @@ TEST(WaveFormat, ChannelMaskPlainAndExtensibleFormsAndRefusals) {
   for (const auto& [labels, mask] : kCases) {
     EXPECT_EQ(ChannelMaskFromLayout(Format(labels, 1, 0).GetChannelLayout()), mask);
   }
-  // Labels, rate, sample type; bytes a second and the serialised size.
-  const std::tuple<Labels, std::uint32_t, std::int32_t, std::uint32_t, std::size_t> kForms[] = {
-      {{100, 101}, 44100, 20, 176400, 16}, {{100, 101}, 48000, 0, 384000, 18}, {{100, 101}, 96000, 30, 576000, 40}};
+  // Labels, rate, sample type; format tag, bytes a second and the serialised size.
+  const std::tuple<Labels, std::uint32_t, std::int32_t, std::uint16_t, std::uint32_t, std::size_t> kForms[] = {
+      {{100, 101}, 8000, 20, 1, 32000, 16}, {{100}, 8000, 0, 3, 32000, 18}, {{100, 101}, 8000, 30, 0xFFFE, 48000, 40}};
   WaveFormat wave;
   std::vector<std::uint8_t> bytes;
-  for (const auto& [labels, rate, type, bytesPerSecond, size] : kForms) {
+  for (const auto& [labels, rate, type, tag, bytesPerSecond, size] : kForms) {
     ASSERT_TRUE(MakeWaveFormat(Format(labels, rate, type), wave)) << type;
-    EXPECT_EQ(wave.averageBytesPerSecond, bytesPerSecond);
     bytes = wave.Serialize();
     ASSERT_EQ(bytes.size(), size) << type;
+    EXPECT_EQ(LittleEndianAt(bytes, 0, 2), tag);
+    EXPECT_EQ(LittleEndianAt(bytes, 8, 4), bytesPerSecond);
     if (size > 16) {
       EXPECT_EQ(LittleEndianAt(bytes, 16, 2), size - 18);  // cbSize
     }
