@@ -22,7 +22,7 @@ std::string Audio(const Guid& subtype) { return orxcore::UTF16toStdString(Descri
 TEST(SubtypeDescription, AudioHasTheLastMatchingRowOrTheGuidInBraces) {
   const std::pair<Guid, const char*> kCases[] = {
       {Subtype(0x0001), "PCM"},
-      {Subtype(0x0000), "IEC 60958 PCM"},
+      {kMediaSubtypeBase, "IEC 60958 PCM"},
       {{0xE06D802C, 0xDB46, 0x11CF, {0xB4, 0xD1, 0x00, 0x80, 0x5F, 0x6C, 0xBB, 0xEA}}, "Dolby Digital (AC-3)"},
       {Guid{}, ""},  // the closing row
       {Subtype(0x704F), "Unknown Audio Format: {0000704F-0000-0010-8000-00AA00389B71}"}};
