@@ -38,7 +38,7 @@ TEST(SubtypeDescription, VideoHasTheFirstMatchingRowOrFourCharactersOrTheGuidThe
   const std::tuple<Guid, std::uint32_t, std::uint32_t, std::uint32_t, std::uint32_t, const char*> kCases[] = {
       {Subtype(0x0001), 0, 0, 0, 0, "Uncompressed PCM audio"},
       {{0xE436EB7E, 0x524F, 0x11CE, {0x9F, 0x53, 0x00, 0x20, 0xAF, 0x0B, 0xA7, 0x70}}, 0, 0, 0, 0, "RGB, 32 bpp"},
-      {OnAttributeBase(0), 0, 0, 0, 0, "Base"},
+      {kMediaTypeAttributeBase, 0, 0, 0, 0, "Base"},
       {OnAttributeBase(0x807F41FF), 0, 0, 0, 0, "Unknown Video Format: '?\x7F" "A?'"},
       {nearlyOnAttributeBase, 0, 0, 0, 0, "Unknown Video Format: {61766331-767A-494D-B478-F29D25DC9036}"},
       {h264, 1920, 1080, 30000, 1001, "H.264, 1920 x 1080, (29.97)"},
