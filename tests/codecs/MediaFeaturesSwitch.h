@@ -1,6 +1,6 @@
 // Puts the platform's media features (the Windows media feature key that
-// says the Dolby decoder is installed) in a chosen state for a test and
-// restores what was there afterwards. Wine's prefixes carry the key.
+// says the Dolby decoder is installed; Wine's prefixes carry it) in a chosen
+// state for a test and puts back the state it found.
 #pragma once
 
 namespace aurivox_test {
@@ -8,17 +8,13 @@ namespace aurivox_test {
 class MediaFeaturesSwitch {
  public:
   explicit MediaFeaturesSwitch(bool present);
-  ~MediaFeaturesSwitch();
-  MediaFeaturesSwitch(const MediaFeaturesSwitch&) = delete;
-  MediaFeaturesSwitch& operator=(const MediaFeaturesSwitch&) = delete;
+  ~MediaFeaturesSwitch() { Set(hadFeatures_); }
 
   // Switches again within the same test.
   void Set(bool present);
 
  private:
-  bool hadKey_ = false;
-  bool hadValue_ = false;
-  wchar_t value_[64] = {};
+  bool hadFeatures_ = false;
 };
 
 }  // namespace aurivox_test

@@ -13,8 +13,7 @@ bool MediaFeaturesPresent() { return g_featuresPresent; }
 
 namespace aurivox_test {
 
-MediaFeaturesSwitch::MediaFeaturesSwitch(bool present) : hadValue_(g_featuresPresent) { Set(present); }
-MediaFeaturesSwitch::~MediaFeaturesSwitch() { g_featuresPresent = hadValue_; }
+MediaFeaturesSwitch::MediaFeaturesSwitch(bool present) : hadFeatures_(g_featuresPresent) { Set(present); }
 void MediaFeaturesSwitch::Set(bool present) { g_featuresPresent = present; }
 
 }  // namespace aurivox_test

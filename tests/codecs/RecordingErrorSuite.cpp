@@ -11,15 +11,14 @@ std::atomic<RecordingErrorSuite*> gActive{nullptr};
 
 }  // namespace
 
-RecordingErrorSuite::RecordingErrorSuite() : suite_{&RecordingErrorSuite::Send} { gActive = this; }
+RecordingErrorSuite::RecordingErrorSuite() { gActive = this; }
 
 RecordingErrorSuite::~RecordingErrorSuite() { gActive = nullptr; }
 
 std::int32_t RecordingErrorSuite::Send(std::int32_t eventType, const char16_t* title, const char16_t* message) {
   RecordingErrorSuite* self = gActive;
-  if (!self) return 0;
   std::lock_guard<std::mutex> lock(self->mutex_);
-  self->events_.push_back({eventType, title ? title : u"", message ? message : u""});
+  self->events_.push_back({eventType, title, message});
   return 0;
 }
 

@@ -22,13 +22,13 @@ class RecordingErrorSuite {
 
   const QzSDKErrorSuite3* suite() const { return &suite_; }
   std::vector<ErrorEvent> events() const;
-  // Events whose message names `path`.
+  // Events whose message names `path` in quotes.
   std::vector<ErrorEvent> EventsFor(const orxcore::WString& path) const;
 
  private:
   static std::int32_t Send(std::int32_t eventType, const char16_t* title, const char16_t* message);
 
-  QzSDKErrorSuite3 suite_;
+  QzSDKErrorSuite3 suite_{&RecordingErrorSuite::Send};
   mutable std::mutex mutex_;
   std::vector<ErrorEvent> events_;
 };

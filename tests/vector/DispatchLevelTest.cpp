@@ -1,134 +1,100 @@
+// From the registers CPUID and XGETBV report to the features detected, and
+// from requested and detected features to the dispatch level.
 #include "DispatchLevel.h"
 
 #include <gtest/gtest.h>
 
-#include <initializer_list>
-
 namespace vectorkernels {
 namespace {
 
-// Every known feature, the register states included.
-constexpr CpuFeatureMask kEverything = 0xFFFFFFFFF;
-constexpr CpuFeatureMask kUnknownBit = CpuFeatureMask{1} << 40;
+constexpr std::uint32_t kOsxsave = 1u << 27, kAvx = 1u << 28, kFma = 1u << 12;
+constexpr std::uint32_t kAvx2Ebx = (1u << 5) | (1u << 3) | (1u << 8);  // AVX2, BMI1, BMI2
+constexpr std::uint32_t kExt = 0x80000008;
 
-struct Case {
+// One processor a row: the registers detection reads and the features they mean.
+struct Registers {
   const char* name;
-  CpuFeatureMask requested;
-  CpuFeatureMask detected;
+  std::uint32_t maxLeaf, leaf1Eax, leaf1Ecx, leaf1Edx, leaf7Ebx, leaf7Ecx, maxExtended, ext1Ecx;
+  std::uint64_t xcr0;
+  CpuFeatureMask expected;
+};
+
+const Registers kProcessors[] = {
+    {"bits of leaves 1 and 7", 7, 0, 1u << 22, 1u << 26, 1u << 16, 0x1002, kExt, 0, 0,
+     kFeatureMovbe | kFeatureSse2 | kFeatureAvx512F | kFeatureAvx512Vbmi | kFeatureLeaf7Ecx12},
+    {"leaf 7 beyond the highest leaf", 6, 0, kFma, 0, ~0u, ~0u, kExt, 0, 0, 0},
+    {"PREFETCHW", 7, 0, 0, 0, 0, 0, 0x80000001, 1u << 8, 0, kFeaturePrefetchw},
+    {"PREFETCHW without its leaf", 7, 0, 0, 0, 0, 0, 0x80000000, 1u << 8, 0, 0},
+    {"AVX state", 7, 0, kOsxsave | kAvx, 0, 0, 0, kExt, 0, 0x6, kFeatureAvx | kFeatureAvxState},
+    {"YMM state not saved", 7, 0, kOsxsave | kAvx, 0, 0, 0, kExt, 0, 0x2, kFeatureAvx},
+    {"XCR0 without OSXSAVE", 7, 0, kAvx, 0, 0, 0, kExt, 0, 0xE6, kFeatureAvx},
+    {"state without AVX", 7, 0, kOsxsave, 0, 0, 0, kExt, 0, 0x6, 0},
+    {"ZMM state", 7, 0, kOsxsave, 0, 0, 0, kExt, 0, 0xE0, kFeatureAvx512State},
+    {"ZMM state without opmask", 7, 0, kOsxsave, 0, 0, 0, kExt, 0, 0xC6, 0},
+    {"AVX2 group", 7, 0, kFma, 0, kAvx2Ebx, 0, kExt, 0, 0, kFeatureAvx2Group},
+    {"AVX2 group without FMA", 7, 0, 0, 0, kAvx2Ebx, 0, kExt, 0, 0, 0},
+    {"AVX2 group without BMI2", 7, 0, kFma, 0, kAvx2Ebx & ~(1u << 8), 0, kExt, 0, 0, 0},
+    {"coprocessor, any stepping", 7, 0xF000B1F, 0, 0, 0, 0, kExt, 0, 0, kFeatureCoprocessor},
+};
+
+TEST(DecodeCpuFeatures, RegistersToFeatures) {
+  for (const Registers& r : kProcessors) {
+    CpuIdSnapshot s;
+    s.leaf0.eax = r.maxLeaf;
+    s.leaf1 = {r.leaf1Eax, 0, r.leaf1Ecx, r.leaf1Edx};
+    s.leaf7 = {0, r.leaf7Ebx, r.leaf7Ecx, 0};
+    s.leaf80000000.eax = r.maxExtended;
+    s.leaf80000001.ecx = r.ext1Ecx;
+    s.xcr0 = r.xcr0;
+    EXPECT_EQ(DecodeCpuFeatures(s), r.expected) << r.name;
+  }
+}
+
+// Every known feature, the register states included.
+constexpr CpuFeatureMask kAll = 0xFFFFFFFFF;
+constexpr CpuFeatureMask kUnknownBit = CpuFeatureMask{1} << 40;
+constexpr CpuFeatureMask kNoAvxState = kAll & ~kFeatureAvxState;
+constexpr CpuFeatureMask kNoZmmState = kAll & ~kFeatureAvx512State;
+constexpr CpuFeatureMask kNotZmmUsers = kFeatureMpx | kFeatureAvx512Ifma | kFeatureCoprocessor;
+
+struct Choice {
+  const char* name;
+  CpuFeatureMask requested, detected;
   std::int32_t level;
   CpuFeatureMask enabled;
   VectorStatus status;
 };
 
-template <typename Cases>
-void ExpectChoices(const Cases& cases) {
-  for (const Case& c : cases) {
-    const DispatchChoice choice = ChooseDispatchLevel(c.requested, c.detected);
-    EXPECT_EQ(choice.level, c.level) << c.name;
-    EXPECT_EQ(choice.enabledFeatures, c.enabled)
-        << c.name << std::hex << " got 0x" << choice.enabledFeatures;
-    EXPECT_EQ(choice.status, c.status) << c.name;
-  }
-}
-
-void ExpectChoices(std::initializer_list<Case> cases) { ExpectChoices<>(cases); }
-
-// Rows of the level table where a wrong mask would pick another level or
-// leave the group incomplete: the rest of a group is added with status 51.
-const Case kLevelRows[] = {
-    {"AVX-512 server, complete", 0x73081DF, kEverything, 5, 0x73081DF, StatusOk},
-    {"AVX-512 server, selecting bits", 0x7300000, kEverything, 5, 0x73081DF,
-     StatusIncompleteFeatureSet},
-    {"AVX2 group, selecting bit", 0x8000, kEverything, 4, 0x81DF, StatusIncompleteFeatureSet},
-    {"MOVBE, selecting bit", 0x20, kEverything, 1, 0x3F, StatusIncompleteFeatureSet},
-    {"SSE2, complete", 0x7, kEverything, 0, 0x7, StatusOk},
+// Where a wrong mask would pick another level or leave a group incomplete:
+// the rest of a group is added with status 51, a warning replaces that note.
+const Choice kChoices[] = {
+    {"AVX-512 selecting bits", 0x7300000, kAll, 5, 0x73081DF, StatusIncompleteFeatureSet},
+    {"AVX-512 without VL", 0x33081DF, kAll, 4, 0x33081DF, StatusOk},
+    {"AVX2 selecting bit", 0x8000, kAll, 4, 0x81DF, StatusIncompleteFeatureSet},
+    {"AVX alone", 0x100, kAll, 3, 0x1DF, StatusIncompleteFeatureSet},
+    {"SSE4.1 does not add MOVBE", 0x40, kAll, 1, 0x5F, StatusIncompleteFeatureSet},
+    {"MOVBE adds SSSE3", 0x20, kAll, 1, 0x3F, StatusIncompleteFeatureSet},
+    {"SSE2", 0x7, kAll, 0, 0x7, StatusOk},
+    {"nothing", 0, kAll, 0, kFeatureMmx, StatusNoSse2},
+    {"AVX2 without AVX state", 0x81DF, kNoAvxState, 2, 0xDF, StatusFeatureUnavailable},
+    {"AVX only, no AVX state", 0x100, kNoAvxState, 0, kFeatureMmx, StatusFeatureUnavailable},
+    {"not ZMM state users", 0x73081DF | kNotZmmUsers, kNoZmmState, 4, 0x81DF | kNotZmmUsers, StatusFeatureUnavailable},
+    {"warning replaces 51", 0x8000, kAll & ~kFeatureAvx2Group, 4, 0x81DF, StatusFeatureUnavailable},
+    {"unknown bit", 0x2 | kUnknownBit, kAll | kUnknownBit, 0, 0x3 | kUnknownBit, StatusUnknownFeature},
+    // A detected mask never has such bits, so the missing-feature walk wins.
+    {"unknown bit, real processor", 0x7 | kUnknownBit, kAll, 0, 0x7 | kUnknownBit, StatusFeatureUnavailable},
+    {"bit 62", 0x7 | (kUnknownBit << 22), ~kUncheckedRequest, 0, 0x7 | (kUnknownBit << 22), StatusUnknownFeature},
+    {"unchecked AVX-512 bits", kUncheckedRequest | 0x7300000, 0, 5, 0x73081DF, StatusIncompleteFeatureSet},
+    {"unchecked unknown bits", kUncheckedRequest | kUnknownBit | 0x7, 0, 0, kUnknownBit | 0x7, StatusOk},
 };
 
-TEST(ChooseDispatchLevel, EachRowOfTheLevelTable) { ExpectChoices(kLevelRows); }
-
-TEST(ChooseDispatchLevel, FirstMatchingRowWins) {
-  ExpectChoices({
-      {"server and coprocessor AVX-512", 0x7F081DF, kEverything, 5, 0x7F081DF, StatusOk},
-      {"AVX-512 without VL falls to AVX2", 0x33081DF, kEverything, 4, 0x33081DF, StatusOk},
-      {"AVX-512 F and CD alone select nothing wide", 0x3000DF, kEverything, 2, 0x3000DF, StatusOk},
-      {"AVX2 group without AVX", 0x80DF, kEverything, 4, 0x81DF, StatusIncompleteFeatureSet},
-  });
-}
-
-TEST(ChooseDispatchLevel, Sse41RowDoesNotAddMovbeButMovbeRowAddsSsse3) {
-  ExpectChoices({
-      {"SSE4.1 with MOVBE keeps MOVBE", 0x7F, kEverything, 1, 0x7F, StatusOk},
-      {"SSE4.1 alone", 0x40, kEverything, 1, 0x5F, StatusIncompleteFeatureSet},
-      {"SSE4.1 and MOVBE, nothing else", 0x60, kEverything, 1, 0x7F, StatusIncompleteFeatureSet},
-      {"MOVBE alone", 0x20, kEverything, 1, 0x3F, StatusIncompleteFeatureSet},
-  });
-  EXPECT_EQ(ChooseDispatchLevel(0x40, kEverything).enabledFeatures & kFeatureMovbe, 0u);
-}
-
-TEST(ChooseDispatchLevel, WithoutSse2LevelZeroAndStatus36) {
-  ExpectChoices({
-      {"nothing", 0, kEverything, 0, kFeatureMmx, StatusNoSse2},
-      {"MMX", 0x1, kEverything, 0, kFeatureMmx, StatusNoSse2},
-      {"SSE adds MMX", 0x2, kEverything, 0, 0x3, StatusNoSse2},
-      {"AES only", kFeatureAes, kEverything, 0, kFeatureAes | kFeatureMmx, StatusNoSse2},
-  });
-}
-
-TEST(ChooseDispatchLevel, AvxWithoutOsStateDropsToSse) {
-  constexpr CpuFeatureMask kNoAvxState = kEverything & ~kFeatureAvxState;
-  ExpectChoices({
-      {"AVX2 request", 0x81DF, kNoAvxState, 2, 0xDF, StatusFeatureUnavailable},
-      {"AVX request", 0x1DF, kNoAvxState, 2, 0xDF, StatusFeatureUnavailable},
-      {"AVX without SSE4.2", 0x15F, kNoAvxState, 1, 0x5F, StatusFeatureUnavailable},
-      {"AVX only", 0x100, kNoAvxState, 0, kFeatureMmx, StatusFeatureUnavailable},
-  });
-}
-
-TEST(ChooseDispatchLevel, Avx512WithoutOsStateDropsItsBitsOnly) {
-  constexpr CpuFeatureMask kNoZmmState = kEverything & ~kFeatureAvx512State;
-  constexpr CpuFeatureMask kKept = kFeatureMpx | kFeatureAvx512Ifma | kFeatureCoprocessor;
-  ExpectChoices({
-      {"server AVX-512", 0x73081DF, kNoZmmState, 4, 0x81DF, StatusFeatureUnavailable},
-      {"MPX, IFMA and the marker are not AVX-512 state users", 0x73081DF | kKept, kNoZmmState, 4,
-       0x81DF | kKept, StatusFeatureUnavailable},
-      {"leaf 7 ECX bits 12 and 14 are", 0x81DF | kFeatureLeaf7Ecx12 | kFeatureLeaf7Ecx14,
-       kNoZmmState, 4, 0x81DF, StatusFeatureUnavailable},
-  });
-}
-
-TEST(ChooseDispatchLevel, MissingFeatureWarnsButKeepsTheRequest) {
-  constexpr CpuFeatureMask kNoAvx2 = kEverything & ~kFeatureAvx2Group;
-  ExpectChoices({
-      {"AVX2 group absent but asked for", 0x81DF, kNoAvx2, 4, 0x81DF, StatusFeatureUnavailable},
-      {"SSE4.2 absent", 0xDF, kEverything & ~kFeatureSse42, 2, 0xDF, StatusFeatureUnavailable},
-      {"warning replaces 51", 0x8000, kNoAvx2, 4, 0x81DF, StatusFeatureUnavailable},
-      {"warning replaces 36", kFeatureSha, 0x7, 0, kFeatureSha | kFeatureMmx,
-       StatusFeatureUnavailable},
-  });
-}
-
-TEST(ChooseDispatchLevel, UnknownBitsGiveStatus50OnlyWhenTheProcessorHasThem) {
-  ExpectChoices({
-      {"unknown bit the processor reports", 0x81DF | kUnknownBit, kEverything | kUnknownBit, 4,
-       0x81DF | kUnknownBit, StatusUnknownFeature},
-      {"unknown bit without SSE2", 0x2 | kUnknownBit, kEverything | kUnknownBit, 0,
-       0x3 | kUnknownBit, StatusUnknownFeature},
-      // A detected mask never has such bits, so the missing-feature walk wins.
-      {"unknown bit, real processor", 0x81DF | kUnknownBit, kEverything, 4, 0x81DF | kUnknownBit,
-       StatusFeatureUnavailable},
-      {"bit 62", 0x7 | (CpuFeatureMask{1} << 62), kEverything | (CpuFeatureMask{1} << 62), 0,
-       0x7 | (CpuFeatureMask{1} << 62), StatusUnknownFeature},
-  });
-}
-
-TEST(ChooseDispatchLevel, UncheckedRequestSkipsEveryCheckAndDropsBit63) {
-  ExpectChoices({
-      {"AVX2 on nothing", kUncheckedRequest | 0x81DF, 0, 4, 0x81DF, StatusOk},
-      {"AVX-512 on nothing", kUncheckedRequest | 0x7300000, 0, 5, 0x73081DF,
-       StatusIncompleteFeatureSet},
-      {"unknown bits", kUncheckedRequest | kUnknownBit | 0x7, 0, 0, kUnknownBit | 0x7, StatusOk},
-      {"nothing", kUncheckedRequest, kEverything, 0, kFeatureMmx, StatusNoSse2},
-  });
+TEST(ChooseDispatchLevel, LevelFeaturesAndStatus) {
+  for (const Choice& c : kChoices) {
+    const DispatchChoice choice = ChooseDispatchLevel(c.requested, c.detected);
+    EXPECT_EQ(choice.level, c.level) << c.name;
+    EXPECT_EQ(choice.enabledFeatures, c.enabled) << c.name << std::hex << " got 0x" << choice.enabledFeatures;
+    EXPECT_EQ(choice.status, c.status) << c.name;
+  }
 }
 
 }  // namespace
