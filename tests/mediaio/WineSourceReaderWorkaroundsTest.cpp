@@ -4,13 +4,13 @@
 #include <windows.h>
 
 #include <atomic>
-#include <thread>
 
 #include "FakeReaderTest.h"
 
 namespace windowsmediafoundation {
 namespace {
 
+using aurivox_test::Pcm16;
 using aurivox_test::SampleRead;
 
 class RestartAndRewind : public aurivox_test::FakeReaderTest, public ::testing::WithParamInterface<bool> {};
@@ -18,7 +18,7 @@ class RestartAndRewind : public aurivox_test::FakeReaderTest, public ::testing::
 TEST_P(RestartAndRewind, OnlyWineGetsTheSettlingReadAndTheSkippedRewind) {
   const bool underWine = GetParam();
   ScopedWineDetectionForTesting detection(underWine);
-  fake->reads = {SampleRead(aurivox_test::Pcm16({1, 2})), SampleRead(aurivox_test::Pcm16({3, 4}))};
+  fake->reads = {SampleRead(Pcm16({1, 2})), SampleRead(Pcm16({3, 4}))};
   ASSERT_TRUE(Open());
   EXPECT_EQ(fake->readCalls, 1) << "the priming read";
   reader = std::make_unique<MFReader>();  // the old one is released
@@ -35,7 +35,6 @@ INSTANTIATE_TEST_SUITE_P(UnderWineOrNot, RestartAndRewind, ::testing::Bool());
 
 TEST(ReaderCreation, OnWindowsRunsOnTheCallersThreadWithoutDeadline) {
   ScopedWineDetectionForTesting detection(false);
-  const DWORD caller = GetCurrentThreadId();
   DWORD creator = 0;
   IMFSourceReader* reader = nullptr;
   const HRESULT hr = CreateSourceReaderWithin(
@@ -46,7 +45,7 @@ TEST(ReaderCreation, OnWindowsRunsOnTheCallersThreadWithoutDeadline) {
       },
       &reader, std::chrono::milliseconds(1));
   EXPECT_EQ(hr, MF_E_UNSUPPORTED_BYTESTREAM_TYPE) << "no deadline on Windows";
-  EXPECT_EQ(creator, caller);
+  EXPECT_EQ(creator, GetCurrentThreadId());
 }
 
 TEST(ReaderCreation, UnderWineAStuckCreationIsGivenUpAndAccountedForUntilItReturns) {
@@ -65,7 +64,6 @@ TEST(ReaderCreation, UnderWineAStuckCreationIsGivenUpAndAccountedForUntilItRetur
       << "the platform must not shut down under a running creation";
   release = true;
   EXPECT_TRUE(WaitForAbandonedCreations(std::chrono::seconds(10)));
-
   EXPECT_EQ(CreateSourceReaderWithin([](IMFSourceReader**) { return E_ACCESSDENIED; }, &reader,
                                      std::chrono::seconds(10)),
             E_ACCESSDENIED)
