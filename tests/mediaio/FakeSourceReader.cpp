@@ -93,11 +93,6 @@ std::string FakeSourceReader::UnreleasedObjects() const {
   return unreleased;
 }
 
-HRESULT FakeSourceReader::SetStreamSelection(DWORD index, BOOL selected) {
-  selections.emplace_back(index, selected);
-  return S_OK;
-}
-
 HRESULT FakeSourceReader::GetCurrentMediaType(DWORD index, IMFMediaType** type) {
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   if (FAILED(getCurrentTypeHr)) return getCurrentTypeHr;

@@ -98,7 +98,10 @@ class FakeSourceReader : public IMFSourceReader {
     return count;
   }
   STDMETHODIMP GetStreamSelection(DWORD, BOOL*) override { return E_NOTIMPL; }
-  STDMETHODIMP SetStreamSelection(DWORD index, BOOL selected) override;
+  STDMETHODIMP SetStreamSelection(DWORD index, BOOL selected) override {
+    selections.emplace_back(index, selected);
+    return S_OK;
+  }
   STDMETHODIMP GetNativeMediaType(DWORD, DWORD, IMFMediaType**) override { return E_NOTIMPL; }
   STDMETHODIMP GetCurrentMediaType(DWORD index, IMFMediaType** type) override;
   STDMETHODIMP SetCurrentMediaType(DWORD index, DWORD* reserved, IMFMediaType* type) override;

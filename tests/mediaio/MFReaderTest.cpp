@@ -37,17 +37,6 @@ class MFReaderTest : public aurivox_test::FakeReaderTest {
   }
 };
 
-TEST_F(MFReaderTest, OpensWithProcessingSelectsOnlyTheAudioPrimesOnceAndRewinds) {
-  ASSERT_TRUE(Open());
-  EXPECT_EQ(Attribute(fake->attributes.Get(), MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING), 1u);
-  EXPECT_EQ(Attribute(fake->attributes.Get(), MF_READWRITE_ENABLE_HARDWARE_TRANSFORMS), 1u);
-  const std::vector<std::pair<DWORD, BOOL>> selections = {{MF_SOURCE_READER_ALL_STREAMS, FALSE},
-                                                          {MF_SOURCE_READER_FIRST_AUDIO_STREAM, TRUE}};
-  EXPECT_EQ(fake->selections, selections);
-  EXPECT_EQ(fake->readCalls, 1);
-  EXPECT_EQ(fake->positions, std::vector<LONGLONG>{0});
-}
-
 // How an open ends for each way the platform can fail it.
 TEST_F(MFReaderTest, OutcomesOfTheOpen) {
   const struct {
@@ -102,8 +91,15 @@ TEST_F(MFReaderTest, ATypeChangeAtPrimingSetsTheAudioUpAgainWithTheNewType) {
   EXPECT_EQ(status.statusClass, kOpenStatusFine);
 }
 
-TEST_F(MFReaderTest, OpeningAgainStartsFromAClearState) {
+TEST_F(MFReaderTest, OpensWithProcessingSelectsOnlyTheAudioPrimesOnceRewindsAndStartsAgainClear) {
   ASSERT_TRUE(Open());
+  EXPECT_EQ(Attribute(fake->attributes.Get(), MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING), 1u);
+  EXPECT_EQ(Attribute(fake->attributes.Get(), MF_READWRITE_ENABLE_HARDWARE_TRANSFORMS), 1u);
+  const std::vector<std::pair<DWORD, BOOL>> selections = {{MF_SOURCE_READER_ALL_STREAMS, FALSE},
+                                                          {MF_SOURCE_READER_FIRST_AUDIO_STREAM, TRUE}};
+  EXPECT_EQ(fake->selections, selections);
+  EXPECT_EQ(fake->readCalls, 1);
+  EXPECT_EQ(fake->positions, std::vector<LONGLONG>{0});
   EXPECT_EQ(Read(4), (Channels{{}, {}}));
   ASSERT_TRUE(reader->endOfStream());
   fake->createHr = E_FAIL;

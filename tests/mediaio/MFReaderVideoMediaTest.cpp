@@ -6,7 +6,6 @@
 
 #include <cstring>
 #include <memory>
-#include <ostream>
 #include <string>
 #include <vector>
 
@@ -54,8 +53,6 @@ struct VideoCase {
   std::int64_t frames;  // what FFmpeg wrote
   const char* suffix;   // the end of the description
 };
-
-std::ostream& operator<<(std::ostream& out, const VideoCase& video) { return out << video.file; }
 
 class VideoFileTest : public ::testing::TestWithParam<std::tuple<VideoCase, bool>> {
  protected:

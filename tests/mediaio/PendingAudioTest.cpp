@@ -82,6 +82,7 @@ TEST(PendingAudio, DeliversFromTheFrontAndAPartialFrameWaitsForItsRest) {
   EXPECT_EQ(pending.Deliver(4, 2, 3, third.pointers.data()), 2u) << "only two frames were left";
   EXPECT_EQ(third.bytes(1)[3], SampleByte(4, 1, 0));
   EXPECT_EQ(pending.size(), 0u);
+  EXPECT_EQ(pending.Deliver(4, 2, 3, third.pointers.data()), 0u);
 
   // The client type never has other widths: frames are counted, not copied.
   ASSERT_TRUE(pending.Append(interleaved.data(), 30));
