@@ -30,7 +30,7 @@ class MFByteStreamTest : public ::testing::Test {
   ComPtr<IMFByteStream> byteStream;
 };
 
-TEST_F(MFByteStreamTest, RefusesNullArguments) {
+TEST_F(MFByteStreamTest, RefusesNullArgumentsAndClosesOnceReleased) {
   ComPtr<IMFByteStream> other;
   EXPECT_EQ(MFByteStream::CreateInstance(stream, nullptr), E_POINTER);
   EXPECT_EQ(MFByteStream::CreateInstance(nullptr, &other), E_POINTER);
@@ -46,6 +46,15 @@ TEST_F(MFByteStreamTest, RefusesNullArguments) {
   EXPECT_EQ(byteStream->BeginRead(buffer, 4, nullptr, nullptr), E_POINTER);
   ASSERT_EQ(byteStream->GetLength(&value), S_OK);
   EXPECT_EQ(value, 100u);
+
+  // Without Close, the last reference closes the stream.
+  ComPtr<IMFAsyncCallback> second;
+  ASSERT_EQ(byteStream.As(&second), S_OK);
+  byteStream.Reset();
+  EXPECT_EQ(stream->closeCount.load(), 0);
+  second.Reset();
+  EXPECT_EQ(stream->closeCount.load(), 1);
+  EXPECT_EQ(stream.use_count(), 1);
 }
 
 TEST_F(MFByteStreamTest, ReadsAndSeeksMoveTheStreamsPosition) {
@@ -96,16 +105,6 @@ TEST_F(MFByteStreamTest, CloseClosesTheStreamOnceAndLetsGoOfIt) {
   EXPECT_EQ(byteStream->Seek(msoBegin, 0, 0, &value), E_POINTER);
   byteStream.Reset();
   EXPECT_EQ(stream->closeCount.load(), 1) << "destruction after Close closes nothing more";
-}
-
-TEST_F(MFByteStreamTest, ReleasingTheLastReferenceClosesTheStreamOnce) {
-  ComPtr<IMFAsyncCallback> second;
-  ASSERT_EQ(byteStream.As(&second), S_OK);
-  byteStream.Reset();
-  EXPECT_EQ(stream->closeCount.load(), 0);
-  second.Reset();
-  EXPECT_EQ(stream->closeCount.load(), 1);
-  EXPECT_EQ(stream.use_count(), 1);
 }
 
 }  // namespace

@@ -12,14 +12,6 @@ namespace {
 
 const wchar_t kRoot[] = L"Software\\AurivoxTest\\RegistryKeySnapshot";
 
-LONG CreateKey(const std::wstring& path) {
-  HKEY key = nullptr;
-  const LONG result =
-      RegCreateKeyExW(HKEY_CURRENT_USER, path.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &key, nullptr);
-  if (result == ERROR_SUCCESS) RegCloseKey(key);
-  return result;
-}
-
 // Every key and value below `node`, a line each, in any order the registry
 // enumerates them.
 void Describe(const RegistryKeySnapshot& node, const std::string& prefix, std::set<std::string>& lines) {
@@ -46,14 +38,16 @@ TEST(RegistryKeySnapshot, ReadsSubKeysAndValuesAllTheWayDownOrNothing) {
   ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, root.c_str(), L"Count", REG_DWORD, &number, 4), ERROR_SUCCESS);
   ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, (root + L"\\Alpha").c_str(), L"Blob", REG_BINARY, blob, 3),
             ERROR_SUCCESS);
-  ASSERT_EQ(CreateKey(root + L"\\Beta\\Gamma"), ERROR_SUCCESS);
+  ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, (root + L"\\Beta\\Gamma").c_str(), L"Deep", REG_DWORD, &number, 4),
+            ERROR_SUCCESS);
 
   RegistryKeySnapshot node(HKEY_CURRENT_USER, orxcore::FromWide(kRoot));
   EXPECT_EQ(node.ReadKeyTree(), 0u);
   std::set<std::string> lines;
   Describe(node, "", lines);
   EXPECT_EQ(lines, (std::set<std::string>{"Name 1: 65 0 118 0 0 0", "Count 4: 4 3 2 1", "Alpha\\",
-                                          "Alpha\\Blob 3: 9 8 7", "Beta\\", "Beta\\Gamma\\"}));
+                                          "Alpha\\Blob 3: 9 8 7", "Beta\\", "Beta\\Gamma\\",
+                                          "Beta\\Gamma\\Deep 4: 4 3 2 1"}));
 
   RegistryKeySnapshot missing(HKEY_CURRENT_USER, orxcore::FromWide((root + L"\\Missing").c_str()));
   EXPECT_EQ(missing.ReadKeyTree(), static_cast<std::uint32_t>(ERROR_FILE_NOT_FOUND));
