@@ -117,7 +117,8 @@ HRESULT FakeSourceReader::SetCurrentMediaType(DWORD index, DWORD*, IMFMediaType*
   client.bitsPerSample = IsEqualGUID(subtype, MFAudioFormat_Float) ? 32 : fromPcm ? client.bitsPerSample : 16;
   client.channels = GetOptional(type, MF_MT_AUDIO_NUM_CHANNELS).value_or(client.channels.value_or(2));
   client.channelMask = GetOptional(type, MF_MT_AUDIO_CHANNEL_MASK);
-  client.avgBytesPerSecond = client.samplesPerSecond.value_or(0) * *client.channels * *client.bitsPerSample / 8;
+  client.avgBytesPerSecond =
+      client.samplesPerSecond.value_or(0) * *client.channels * client.bitsPerSample.value_or(0) / 8;
   if (adjustClient) adjustClient(client);
   client_ = client;
   return S_OK;
