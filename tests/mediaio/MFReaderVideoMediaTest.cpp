@@ -4,6 +4,7 @@
 #include <mfapi.h>
 #include <objbase.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <string>
