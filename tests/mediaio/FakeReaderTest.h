@@ -2,7 +2,6 @@
 // the reader is gone, that it released everything the fake handed out.
 #pragma once
 
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -23,9 +22,23 @@ class FakeReaderTest : public ::testing::Test {
     reader.reset();
     factory_.reset();
     orxcore::SetTraceConfiguration("");
-    EXPECT_THAT(fake->UnreleasedObjects(), ::testing::IsEmpty());
+    ExpectReleased();
+  }
+
+  void ExpectReleased() {
+    EXPECT_EQ(fake->UnreleasedObjects(), "");
     EXPECT_EQ(fake->referenceCount(), 1u) << "the reader kept a reference to the source reader";
   }
+
+  // Starts over with a fresh fake and reader, as a new test would.
+  void Reset() {
+    reader = std::make_unique<windowsmediafoundation::MFReader>();
+    ExpectReleased();
+    fake = FakeSourceReader::Create();
+  }
+
+  // Hands out the current `fake` from now on.
+  void Install() { factory_.emplace(fake->Factory()); }
 
   // Opens the reader from a path through the fake; true when it found audio.
   bool Open() {
@@ -33,35 +46,19 @@ class FakeReaderTest : public ::testing::Test {
     return reader->OpenFromPath(u"Z:\\media\\clip.wav", status, false, true);
   }
 
-  // Hands out the current `fake` from now on.
-  void Install() {
-    factory_.reset();
-    factory_.emplace(fake->Factory());
+  // Reads up to `frames` stereo 16-bit frames; the delivered samples of each
+  // channel come back, nothing when the read fails.
+  using Channels = std::vector<std::vector<std::uint8_t>>;
+  Channels Read(std::int32_t frames) {
+    std::vector<float> left(frames), right(frames);
+    float* pointers[] = {left.data(), right.data()};
+    if (!reader->ReadAudioSamples(0, frames, pointers, 2)) return {};
+    const auto* l = reinterpret_cast<const std::uint8_t*>(left.data());
+    const auto* r = reinterpret_cast<const std::uint8_t*>(right.data());
+    return {{l, l + frames * 2}, {r, r + frames * 2}};
   }
 
-  // Reads `frames` frames of `channels` channels at `width` bytes; the
-  // delivered bytes of each channel come back.
-  struct ReadResult {
-    bool ok = false;
-    std::int32_t count = 0;
-    std::vector<std::vector<std::uint8_t>> channels;
-  };
-  ReadResult Read(std::int32_t frames, std::uint32_t channels, std::uint32_t width) {
-    std::vector<std::vector<float>> storage(channels, std::vector<float>(frames > 0 ? frames : 1));
-    std::vector<float*> pointers;
-    for (auto& buffer : storage) pointers.push_back(buffer.data());
-    ReadResult result;
-    result.count = frames;
-    result.ok = reader->ReadAudioSamples(0, result.count, pointers.data(), width);
-    for (auto& buffer : storage) {
-      const auto* bytes = reinterpret_cast<const std::uint8_t*>(buffer.data());
-      const std::size_t delivered = result.ok ? static_cast<std::size_t>(result.count) * width : 0;
-      result.channels.emplace_back(bytes, bytes + delivered);
-    }
-    return result;
-  }
-
-  // Starts capturing trace lines of the given rules.
+  // Captures trace lines of the given rules until CapturedTrace.
   void CaptureTrace(const char* rules) {
     orxcore::SetTraceConfiguration(rules);
     ::testing::internal::CaptureStderr();
@@ -79,8 +76,5 @@ class FakeReaderTest : public ::testing::Test {
  private:
   std::optional<windowsmediafoundation::ScopedSourceReaderFactory> factory_;
 };
-
-// Interleaved 16-bit little-endian samples.
-std::vector<std::uint8_t> Pcm16(const std::vector<std::int16_t>& samples);
 
 }  // namespace aurivox_test

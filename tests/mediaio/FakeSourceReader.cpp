@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 
 #include "ComAdopt.h"
 
@@ -12,13 +13,21 @@ using Microsoft::WRL::ComPtr;
 
 constexpr DWORD kAudioStream = MF_SOURCE_READER_FIRST_AUDIO_STREAM;
 
-ULONG CurrentReferences(IUnknown* object) {
-  object->AddRef();
-  return object->Release();
-}
-
-void SetOptional(IMFMediaType* type, REFGUID key, const std::optional<UINT32>& value) {
-  if (value) type->SetUINT32(key, *value);
+ComPtr<IMFMediaType> MakeAudioType(const FakeAudioFormat& format) {
+  ComPtr<IMFMediaType> type;
+  if (FAILED(MFCreateMediaType(&type))) return nullptr;
+  type->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Audio);
+  type->SetGUID(MF_MT_SUBTYPE, format.subtype);
+  const std::pair<REFGUID, const std::optional<UINT32>&> values[] = {
+      {MF_MT_AUDIO_NUM_CHANNELS, format.channels},
+      {MF_MT_AUDIO_SAMPLES_PER_SECOND, format.samplesPerSecond},
+      {MF_MT_AUDIO_BITS_PER_SAMPLE, format.bitsPerSample},
+      {MF_MT_AUDIO_AVG_BYTES_PER_SECOND, format.avgBytesPerSecond},
+      {MF_MT_AUDIO_CHANNEL_MASK, format.channelMask}};
+  for (const auto& [key, value] : values) {
+    if (value) type->SetUINT32(key, *value);
+  }
+  return type;
 }
 
 std::optional<UINT32> GetOptional(IMFMediaType* type, REFGUID key) {
@@ -27,15 +36,17 @@ std::optional<UINT32> GetOptional(IMFMediaType* type, REFGUID key) {
   return value;
 }
 
-HRESULT MakeBuffer(const std::uint8_t* data, std::size_t size, ComPtr<IMFMediaBuffer>& buffer) {
-  HRESULT hr = MFCreateMemoryBuffer(static_cast<DWORD>(std::max<std::size_t>(size, 1)), &buffer);
-  if (FAILED(hr)) return hr;
+ComPtr<IMFMediaBuffer> MakeBuffer(const std::uint8_t* data, std::size_t size) {
+  ComPtr<IMFMediaBuffer> buffer;
   BYTE* bytes = nullptr;
-  hr = buffer->Lock(&bytes, nullptr, nullptr);
-  if (FAILED(hr)) return hr;
+  if (FAILED(MFCreateMemoryBuffer(static_cast<DWORD>(std::max<std::size_t>(size, 1)), &buffer)) ||
+      FAILED(buffer->Lock(&bytes, nullptr, nullptr))) {
+    return nullptr;
+  }
   if (size) std::memcpy(bytes, data, size);
   buffer->Unlock();
-  return buffer->SetCurrentLength(static_cast<DWORD>(size));
+  buffer->SetCurrentLength(static_cast<DWORD>(size));
+  return buffer;
 }
 
 }  // namespace
@@ -46,29 +57,10 @@ FakeRead SampleRead(std::vector<std::uint8_t> data) {
   return read;
 }
 
-FakeRead TickRead() {
-  FakeRead read;
-  read.flags = MF_SOURCE_READERF_STREAMTICK;
-  return read;
-}
-
-FakeRead FlagsRead(DWORD flags) {
-  FakeRead read;
-  read.flags = flags;
-  return read;
-}
-
-ComPtr<IMFMediaType> MakeAudioType(const FakeAudioFormat& format) {
-  ComPtr<IMFMediaType> type;
-  if (FAILED(MFCreateMediaType(&type))) return nullptr;
-  type->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Audio);
-  type->SetGUID(MF_MT_SUBTYPE, format.subtype);
-  SetOptional(type.Get(), MF_MT_AUDIO_NUM_CHANNELS, format.channels);
-  SetOptional(type.Get(), MF_MT_AUDIO_SAMPLES_PER_SECOND, format.samplesPerSecond);
-  SetOptional(type.Get(), MF_MT_AUDIO_BITS_PER_SAMPLE, format.bitsPerSample);
-  SetOptional(type.Get(), MF_MT_AUDIO_AVG_BYTES_PER_SECOND, format.avgBytesPerSecond);
-  SetOptional(type.Get(), MF_MT_AUDIO_CHANNEL_MASK, format.channelMask);
-  return type;
+std::vector<std::uint8_t> Pcm16(const std::vector<std::int16_t>& samples) {
+  std::vector<std::uint8_t> bytes(samples.size() * 2);  // little-endian, like the machine
+  std::memcpy(bytes.data(), samples.data(), bytes.size());
+  return bytes;
 }
 
 ComPtr<FakeSourceReader> FakeSourceReader::Create() {
@@ -76,8 +68,11 @@ ComPtr<FakeSourceReader> FakeSourceReader::Create() {
 }
 
 windowsmediafoundation::SourceReaderFactory FakeSourceReader::Factory() {
-  // The reader is captured without a reference: the test owns it.
-  auto handOut = [this](IMFSourceReader** reader) {
+  // The reader is handed out without a reference of the factory's own: the
+  // test owns it.
+  auto create = [this](auto source, IMFAttributes* given, IMFSourceReader** reader) {
+    if constexpr (std::is_same_v<decltype(source), IMFByteStream*>) byteStream = source;
+    attributes = given;
     if (FAILED(createHr)) return createHr;
     client_.reset();  // a new reader starts from the source's own type
     if (!createNothing) {
@@ -86,123 +81,58 @@ windowsmediafoundation::SourceReaderFactory FakeSourceReader::Factory() {
     }
     return createHr;
   };
-  windowsmediafoundation::SourceReaderFactory factory;
-  factory.fromURL = [this, handOut](const wchar_t* path, IMFAttributes* given, IMFSourceReader** reader) {
-    url = path ? path : L"";
-    attributes = given;
-    return handOut(reader);
-  };
-  factory.fromByteStream = [this, handOut](IMFByteStream* stream, IMFAttributes* given,
-                                           IMFSourceReader** reader) {
-    byteStream = stream;
-    attributes = given;
-    return handOut(reader);
-  };
-  return factory;
+  return {create, create};
 }
 
-void FakeSourceReader::Track(IUnknown* object, ULONG ownReferences, const std::string& what) {
-  handedOut_.push_back({object, ownReferences, what});
-}
-
-std::vector<std::string> FakeSourceReader::UnreleasedObjects() const {
-  std::vector<std::string> unreleased;
+std::string FakeSourceReader::UnreleasedObjects() const {
+  std::string unreleased;
   for (const HandedOut& entry : handedOut_) {
-    const ULONG references = CurrentReferences(entry.object.Get());
-    if (references > entry.ownReferences) {
-      unreleased.push_back(entry.what + " holds " + std::to_string(references - entry.ownReferences) +
-                           " extra reference(s)");
-    }
+    entry.object->AddRef();
+    if (entry.object->Release() > entry.ownReferences) unreleased += std::string(entry.what) + "; ";
   }
   return unreleased;
 }
 
-HRESULT FakeSourceReader::QueryInterface(REFIID iid, void** object) {
-  if (!object) return E_POINTER;
-  if (IsEqualIID(iid, IID_IUnknown) || IsEqualIID(iid, __uuidof(IMFSourceReader))) {
-    AddRef();
-    *object = static_cast<IMFSourceReader*>(this);
-    return S_OK;
-  }
-  *object = nullptr;
-  return E_NOINTERFACE;
-}
-
-ULONG FakeSourceReader::AddRef() { return ++refCount_; }
-
-ULONG FakeSourceReader::Release() {
-  const ULONG count = --refCount_;
-  if (count == 0) delete this;
-  return count;
-}
-
-HRESULT FakeSourceReader::GetStreamSelection(DWORD index, BOOL* selected) {
-  if (!selected) return E_POINTER;
-  *selected = FALSE;
-  for (const auto& [stream, on] : selections) {
-    if (stream == index || stream == MF_SOURCE_READER_ALL_STREAMS) *selected = on;
-  }
-  return S_OK;
-}
-
-HRESULT FakeSourceReader::SetStreamSelection(DWORD index, BOOL selected) {
-  selections.emplace_back(index, selected);
-  return selectionHr;
-}
-
-HRESULT FakeSourceReader::GetNativeMediaType(DWORD, DWORD, IMFMediaType**) { return E_NOTIMPL; }
-
 HRESULT FakeSourceReader::GetCurrentMediaType(DWORD index, IMFMediaType** type) {
-  if (!type) return E_POINTER;
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   if (FAILED(getCurrentTypeHr)) return getCurrentTypeHr;
   ComPtr<IMFMediaType> current = MakeAudioType(client_ ? *client_ : *sourceAudio);
-  if (!current) return E_OUTOFMEMORY;
-  Track(current.Get(), 1, client_ ? "client type" : "source type");
+  handedOut_.push_back({current, 1, client_ ? "client type" : "source type"});
   *type = current.Detach();
   return getCurrentTypeHr;  // success codes other than S_OK come with the type
 }
 
 HRESULT FakeSourceReader::SetCurrentMediaType(DWORD index, DWORD*, IMFMediaType* type) {
-  if (!type) return E_POINTER;
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   proposedTypes.push_back(type);
-  Track(type, 2, "proposed type");  // here and in proposedTypes
+  handedOut_.push_back({type, 2, "proposed type"});  // here and in proposedTypes
   GUID subtype = GUID_NULL;
   type->GetGUID(MF_MT_SUBTYPE, &subtype);
   askedSubtypes.push_back(subtype);
-  if (FAILED(setCurrentTypeHr)) return setCurrentTypeHr;
-  const bool accepted = std::any_of(acceptedSubtypes.begin(), acceptedSubtypes.end(),
-                                    [&](const GUID& candidate) { return IsEqualGUID(candidate, subtype); });
-  if (!accepted) return MF_E_INVALIDMEDIATYPE;
-
+  const auto accepted = std::find(acceptedSubtypes.begin(), acceptedSubtypes.end(), subtype);
+  if (accepted == acceptedSubtypes.end()) return MF_E_INVALIDMEDIATYPE;
   FakeAudioFormat client = *sourceAudio;
   client.subtype = subtype;
-  const bool isFloat = IsEqualGUID(subtype, MFAudioFormat_Float);
   const bool fromPcm = IsEqualGUID(sourceAudio->subtype, MFAudioFormat_PCM);
-  client.bitsPerSample = isFloat ? 32 : (fromPcm && sourceAudio->bitsPerSample ? *sourceAudio->bitsPerSample : 16);
+  client.bitsPerSample = IsEqualGUID(subtype, MFAudioFormat_Float) ? 32 : fromPcm ? client.bitsPerSample : 16;
   client.channels = GetOptional(type, MF_MT_AUDIO_NUM_CHANNELS).value_or(client.channels.value_or(2));
   client.channelMask = GetOptional(type, MF_MT_AUDIO_CHANNEL_MASK);
   client.avgBytesPerSecond =
-      client.samplesPerSecond.value_or(0) * *client.channels * *client.bitsPerSample / 8;
+      client.samplesPerSecond.value_or(0) * *client.channels * client.bitsPerSample.value_or(0) / 8;
   if (adjustClient) adjustClient(client);
   client_ = client;
   return S_OK;
 }
 
 HRESULT FakeSourceReader::SetCurrentPosition(REFGUID format, REFPROPVARIANT position) {
-  if (!IsEqualGUID(format, GUID_NULL) || position.vt != VT_I8) return E_INVALIDARG;
+  if (!IsEqualGUID(format, GUID_NULL) || position.vt != VT_I8) return E_INVALIDARG;  // not 100-ns units
   positions.push_back(position.hVal.QuadPart);
   return setPositionHr;
 }
 
-HRESULT FakeSourceReader::ReadSample(DWORD index, DWORD, DWORD* actualIndex, DWORD* flags, LONGLONG* timestamp,
-                                     IMFSample** sample) {
+HRESULT FakeSourceReader::ReadSample(DWORD index, DWORD, DWORD*, DWORD* flags, LONGLONG*, IMFSample** sample) {
   ++readCalls;
-  if (!flags || !sample) return E_POINTER;
   *sample = nullptr;
-  if (actualIndex) *actualIndex = 0;
-  if (timestamp) *timestamp = 0;
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   if (nextRead_ >= reads.size()) {
     *flags = MF_SOURCE_READERF_ENDOFSTREAM;
@@ -211,7 +141,7 @@ HRESULT FakeSourceReader::ReadSample(DWORD index, DWORD, DWORD* actualIndex, DWO
   const FakeRead& read = reads[nextRead_++];
   *flags = read.flags;
   if (FAILED(read.hr)) return read.hr;
-  if ((read.flags & MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED) && read.newFormat) {
+  if (read.newFormat) {
     sourceAudio = read.newFormat;
     client_.reset();
   }
@@ -221,50 +151,19 @@ HRESULT FakeSourceReader::ReadSample(DWORD index, DWORD, DWORD* actualIndex, DWO
 HRESULT FakeSourceReader::MakeSample(const FakeRead& read, IMFSample** sample) {
   ComPtr<IMFSample> made;
   HRESULT hr = MFCreateSample(&made);
-  if (FAILED(hr)) return hr;
   const std::vector<std::uint8_t>& data = *read.data;
   const std::size_t split = std::min(read.splitAt.value_or(data.size()), data.size());
-  std::vector<ComPtr<IMFMediaBuffer>> buffers(split < data.size() ? 2 : 1);
-  hr = MakeBuffer(data.data(), split, buffers[0]);
+  std::vector<std::pair<std::size_t, std::size_t>> parts = {{0, split}};
+  if (split < data.size()) parts.emplace_back(split, data.size() - split);
+  for (const auto& [offset, size] : parts) {
+    const ComPtr<IMFMediaBuffer> buffer = MakeBuffer(data.data() + offset, size);
+    if (SUCCEEDED(hr)) hr = buffer ? made->AddBuffer(buffer.Get()) : E_OUTOFMEMORY;
+    if (buffer) handedOut_.push_back({buffer, 2, "sample buffer"});  // ours and the sample's
+  }
   if (FAILED(hr)) return hr;
-  if (buffers.size() == 2) {
-    hr = MakeBuffer(data.data() + split, data.size() - split, buffers[1]);
-    if (FAILED(hr)) return hr;
-  }
-  for (const auto& buffer : buffers) {
-    hr = made->AddBuffer(buffer.Get());
-    if (FAILED(hr)) return hr;
-    Track(buffer.Get(), 2, "sample buffer");  // ours and the sample's
-  }
-  Track(made.Get(), 1, "sample");
+  handedOut_.push_back({made, 1, "sample"});
   *sample = made.Detach();
   return S_OK;
-}
-
-HRESULT FakeSourceReader::Flush(DWORD) { return S_OK; }
-
-HRESULT FakeSourceReader::GetServiceForStream(DWORD, REFGUID, REFIID, void** object) {
-  if (object) *object = nullptr;
-  return MF_E_UNSUPPORTED_SERVICE;
-}
-
-HRESULT FakeSourceReader::GetPresentationAttribute(DWORD index, REFGUID key, PROPVARIANT* value) {
-  if (!value) return E_POINTER;
-  PropVariantInit(value);
-  if (index != MF_SOURCE_READER_MEDIASOURCE) return MF_E_INVALIDSTREAMNUMBER;
-  if (IsEqualGUID(key, MF_PD_DURATION)) {
-    if (FAILED(durationHr)) return durationHr;
-    value->vt = durationType;
-    value->uhVal.QuadPart = duration;
-    return S_OK;
-  }
-  if (IsEqualGUID(key, MF_SOURCE_READER_MEDIASOURCE_CHARACTERISTICS)) {
-    if (!characteristics) return MF_E_ATTRIBUTENOTFOUND;
-    value->vt = VT_UI4;
-    value->ulVal = *characteristics;
-    return S_OK;
-  }
-  return MF_E_ATTRIBUTENOTFOUND;
 }
 
 }  // namespace aurivox_test

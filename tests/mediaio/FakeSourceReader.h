@@ -24,18 +24,22 @@ namespace aurivox_test {
 // The attributes of an audio media type; an empty value leaves the attribute
 // out of the type.
 struct FakeAudioFormat {
-  GUID subtype = MFAudioFormat_PCM;
-  std::optional<UINT32> channels = 2;
-  std::optional<UINT32> samplesPerSecond = 48000;
-  std::optional<UINT32> bitsPerSample = 16;
-  std::optional<UINT32> avgBytesPerSecond = 192000;
-  std::optional<UINT32> channelMask;
+  FakeAudioFormat(GUID subtype = MFAudioFormat_PCM, std::optional<UINT32> channels = 2,
+                  std::optional<UINT32> samplesPerSecond = 48000, std::optional<UINT32> bitsPerSample = 16,
+                  std::optional<UINT32> avgBytesPerSecond = 192000, std::optional<UINT32> channelMask = {})
+      : subtype(subtype), channels(channels), samplesPerSecond(samplesPerSecond), bitsPerSample(bitsPerSample),
+        avgBytesPerSecond(avgBytesPerSecond), channelMask(channelMask) {}
+
+  GUID subtype;
+  std::optional<UINT32> channels, samplesPerSecond, bitsPerSample, avgBytesPerSecond, channelMask;
 };
 
 // One answer of ReadSample.
 struct FakeRead {
-  HRESULT hr = S_OK;
-  DWORD flags = 0;
+  FakeRead(HRESULT hr = S_OK, DWORD flags = 0) : hr(hr), flags(flags) {}
+
+  HRESULT hr;
+  DWORD flags;
   // A sample holding these bytes; no sample when empty.
   std::optional<std::vector<std::uint8_t>> data;
   // With data: split it into two buffers at this byte.
@@ -46,8 +50,8 @@ struct FakeRead {
 };
 
 FakeRead SampleRead(std::vector<std::uint8_t> data);
-FakeRead TickRead();
-FakeRead FlagsRead(DWORD flags);
+// Interleaved 16-bit little-endian samples.
+std::vector<std::uint8_t> Pcm16(const std::vector<std::int16_t>& samples);
 
 class FakeSourceReader : public IMFSourceReader {
  public:
@@ -64,20 +68,11 @@ class FakeSourceReader : public IMFSourceReader {
   // Changes the client type the decoder settles on (which starts as the
   // source format with the asked subtype, its width, and the proposed mask).
   std::function<void(FakeAudioFormat&)> adjustClient;
-  HRESULT setCurrentTypeHr = S_OK;   // a failure refuses every client type
-  HRESULT getCurrentTypeHr = S_OK;   // a failure for the audio stream's type
-  HRESULT selectionHr = S_OK;
+  HRESULT getCurrentTypeHr = S_OK;  // for the audio stream's type
   HRESULT setPositionHr = S_OK;
   // ReadSample answers in order; after the last, end of stream.
   std::vector<FakeRead> reads;
-  // MF_PD_DURATION: the call's result, and the value of the given type.
-  HRESULT durationHr = S_OK;
-  VARTYPE durationType = VT_UI8;
-  ULONGLONG duration = 0;
-  // MF_SOURCE_READER_MEDIASOURCE_CHARACTERISTICS; none: attribute not found.
-  std::optional<ULONG> characteristics;
   // Record ------------------------------------------------------------------
-  std::wstring url;
   Microsoft::WRL::ComPtr<IMFAttributes> attributes;
   Microsoft::WRL::ComPtr<IMFByteStream> byteStream;  // kept as a source would
   std::vector<GUID> askedSubtypes;
@@ -89,50 +84,50 @@ class FakeSourceReader : public IMFSourceReader {
   // A factory that hands out this reader (or the scripted creation failure).
   windowsmediafoundation::SourceReaderFactory Factory();
 
-  // Descriptions of the objects handed out that someone besides this fake
-  // still references; empty when everything was released.
-  std::vector<std::string> UnreleasedObjects() const;
+  // The objects handed out that someone besides this fake still references.
+  std::string UnreleasedObjects() const;
   ULONG referenceCount() const { return refCount_.load(); }
 
-  // IUnknown
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override;
-  STDMETHODIMP_(ULONG) AddRef() override;
-  STDMETHODIMP_(ULONG) Release() override;
-  // IMFSourceReader
-  STDMETHODIMP GetStreamSelection(DWORD index, BOOL* selected) override;
-  STDMETHODIMP SetStreamSelection(DWORD index, BOOL selected) override;
-  STDMETHODIMP GetNativeMediaType(DWORD index, DWORD typeIndex, IMFMediaType** type) override;
+  // Only ComPtr copies of the reader go around, never a query for another
+  // interface.
+  STDMETHODIMP QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++refCount_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG count = --refCount_;
+    if (count == 0) delete this;
+    return count;
+  }
+  STDMETHODIMP GetStreamSelection(DWORD, BOOL*) override { return E_NOTIMPL; }
+  STDMETHODIMP SetStreamSelection(DWORD index, BOOL selected) override {
+    selections.emplace_back(index, selected);
+    return S_OK;
+  }
+  STDMETHODIMP GetNativeMediaType(DWORD, DWORD, IMFMediaType**) override { return E_NOTIMPL; }
   STDMETHODIMP GetCurrentMediaType(DWORD index, IMFMediaType** type) override;
   STDMETHODIMP SetCurrentMediaType(DWORD index, DWORD* reserved, IMFMediaType* type) override;
   STDMETHODIMP SetCurrentPosition(REFGUID format, REFPROPVARIANT position) override;
   STDMETHODIMP ReadSample(DWORD index, DWORD controlFlags, DWORD* actualIndex, DWORD* flags,
                           LONGLONG* timestamp, IMFSample** sample) override;
-  STDMETHODIMP Flush(DWORD index) override;
-  STDMETHODIMP GetServiceForStream(DWORD index, REFGUID service, REFIID iid, void** object) override;
-  STDMETHODIMP GetPresentationAttribute(DWORD index, REFGUID key, PROPVARIANT* value) override;
+  STDMETHODIMP Flush(DWORD) override { return E_NOTIMPL; }
+  STDMETHODIMP GetServiceForStream(DWORD, REFGUID, REFIID, void**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetPresentationAttribute(DWORD, REFGUID, PROPVARIANT*) override { return MF_E_ATTRIBUTENOTFOUND; }
 
  private:
   struct HandedOut {
     Microsoft::WRL::ComPtr<IUnknown> object;
     ULONG ownReferences;  // references left when only this fake holds it
-    std::string what;
+    const char* what;
   };
 
   FakeSourceReader() = default;
   virtual ~FakeSourceReader() = default;
 
   HRESULT MakeSample(const FakeRead& read, IMFSample** sample);
-  // Keeps a reference to an object handed out; once everyone else has let
-  // go, it has `ownReferences` (this fake's, and those of objects it keeps).
-  void Track(IUnknown* object, ULONG ownReferences, const std::string& what);
 
   std::atomic<ULONG> refCount_{1};
   std::optional<FakeAudioFormat> client_;  // the client type in force, once set
   std::size_t nextRead_ = 0;
   std::vector<HandedOut> handedOut_;
 };
-
-// Builds a media type with the format's attributes.
-Microsoft::WRL::ComPtr<IMFMediaType> MakeAudioType(const FakeAudioFormat& format);
 
 }  // namespace aurivox_test

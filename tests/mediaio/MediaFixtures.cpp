@@ -8,20 +8,14 @@
 
 namespace aurivox_test {
 
-std::wstring MediaFixtureFolder() {
-  const std::string linux = AURIVOX_MEDIA_FIXTURES;
+std::filesystem::path MediaFixturePath(const std::string& name) {
+  const std::string path = AURIVOX_MEDIA_FIXTURES "/" + name;
 #ifdef _WIN32
   // Wine maps the root of the Linux file system to drive Z:.
-  std::wstring windows = L"Z:";
-  for (const char c : linux) windows.push_back(c == '/' ? L'\\' : static_cast<wchar_t>(c));
-  return windows;
+  return L"Z:" + std::filesystem::path(path).make_preferred().wstring();
 #else
-  return std::wstring(linux.begin(), linux.end());
+  return path;
 #endif
-}
-
-std::filesystem::path MediaFixturePath(const std::string& name) {
-  return std::filesystem::path(MediaFixtureFolder()) / name;
 }
 
 orxcore::WString MediaFixtureWPath(const std::string& name) {
@@ -58,45 +52,32 @@ std::vector<float> SamplesAsFloat(const std::vector<std::uint8_t>& bytes, std::u
   return samples;
 }
 
-namespace {
-
-double Correlation(const std::vector<float>& decoded, const std::vector<float>& reference, std::uint32_t channels,
-                   std::int64_t lag, std::size_t first, std::size_t end) {
-  double sum = 0;
-  const std::size_t decodedFrames = decoded.size() / channels;
-  const std::size_t referenceFrames = reference.size() / channels;
-  for (std::size_t f = first; f < end; ++f) {
-    const std::int64_t d = static_cast<std::int64_t>(f) + lag;
-    if (d < 0 || static_cast<std::size_t>(d) >= decodedFrames || f >= referenceFrames) continue;
-    sum += double{decoded[static_cast<std::size_t>(d) * channels]} * reference[f * channels];
-  }
-  return sum;
-}
-
-}  // namespace
-
 AlignedComparison CompareAligned(const std::vector<float>& decoded, const std::vector<float>& reference,
                                  std::uint32_t channels, std::int64_t maxLag, std::size_t skipFrames) {
   AlignedComparison result;
   if (channels == 0) return result;
+  const auto decodedFrames = static_cast<std::int64_t>(decoded.size() / channels);
   const std::size_t referenceFrames = reference.size() / channels;
   const std::size_t first = std::min(skipFrames, referenceFrames);
   const std::size_t end = std::min<std::size_t>(referenceFrames, first + 32768);
   double best = -1e300;
   for (std::int64_t lag = -maxLag; lag <= maxLag; ++lag) {
-    const double score = Correlation(decoded, reference, channels, lag, first, end);
-    if (score > best) {
-      best = score;
+    double correlation = 0;
+    for (std::size_t f = first; f < end; ++f) {
+      const std::int64_t d = static_cast<std::int64_t>(f) + lag;
+      if (d >= 0 && d < decodedFrames) correlation += double{decoded[d * channels]} * reference[f * channels];
+    }
+    if (correlation > best) {
+      best = correlation;
       result.lag = lag;
     }
   }
-  const std::size_t decodedFrames = decoded.size() / channels;
   double squares = 0;
   for (std::size_t f = first; f < referenceFrames; ++f) {
     const std::int64_t d = static_cast<std::int64_t>(f) + result.lag;
-    if (d < 0 || static_cast<std::size_t>(d) >= decodedFrames) continue;
+    if (d < 0 || d >= decodedFrames) continue;
     for (std::uint32_t n = 0; n < channels; ++n) {
-      const double difference = double{decoded[static_cast<std::size_t>(d) * channels + n]} - reference[f * channels + n];
+      const double difference = double{decoded[d * channels + n]} - reference[f * channels + n];
       squares += difference * difference;
       result.maxDifference = std::max(result.maxDifference, std::fabs(difference));
     }

@@ -11,8 +11,7 @@
 
 namespace aurivox_test {
 
-// The fixture folder as a Windows path ("Z:\...").
-std::wstring MediaFixtureFolder();
+// A fixture's path; under Wine a Windows path ("Z:\...").
 std::filesystem::path MediaFixturePath(const std::string& name);
 orxcore::WString MediaFixtureWPath(const std::string& name);
 

@@ -1,11 +1,11 @@
-// StreamInterface implementations for tests: one over bytes in memory with
-// failures on demand, one over a file.
+// A StreamInterface over bytes in memory for tests, safe to call from Media
+// Foundation's threads. Counts its Close calls; Read can be made to fail.
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <filesystem>
-#include <fstream>
+#include <cstring>
 #include <mutex>
 #include <vector>
 
@@ -13,53 +13,39 @@
 
 namespace aurivox_test {
 
-// Bytes in memory. Counts its Close calls; Read can be made to fail.
 class MemoryStream : public windowsmediafoundation::StreamInterface {
  public:
   explicit MemoryStream(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
 
-  std::uint64_t GetLength() override;
-  void SetPosition(std::uint64_t position) override;
-  std::uint64_t GetPosition() override;
-  bool IsEndOfStream() override;
-  std::int64_t Read(void* buffer, std::uint32_t count) override;
-  void Close() override { ++closeCount_; }
+  std::uint64_t GetLength() override { return bytes_.size(); }
+  void SetPosition(std::uint64_t position) override {
+    std::lock_guard<std::mutex> lock(mutex_);
+    position_ = position;
+  }
+  std::uint64_t GetPosition() override {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return position_;
+  }
+  bool IsEndOfStream() override { return GetPosition() >= bytes_.size(); }
+  std::int64_t Read(void* buffer, std::uint32_t count) override {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (readFailure) return readFailure;
+    if (position_ >= bytes_.size()) return 0;
+    const auto delivered = std::min<std::uint64_t>(count, bytes_.size() - position_);
+    std::memcpy(buffer, bytes_.data() + position_, static_cast<std::size_t>(delivered));
+    position_ += delivered;
+    return static_cast<std::int64_t>(delivered);
+  }
+  void Close() override { ++closeCount; }
 
-  int closeCount() const { return closeCount_; }
-  // From now on Read returns `result` without reading.
-  void FailReadsWith(std::int64_t result);
-
- private:
-  std::mutex mutex_;
-  std::vector<std::uint8_t> bytes_;
-  std::uint64_t position_ = 0;
-  bool failReads_ = false;
-  std::int64_t failure_ = 0;
-  std::atomic<int> closeCount_{0};
-};
-
-// A file read through std::ifstream, safe to call from several threads.
-// Read after Close fails with -1.
-class FileStream : public windowsmediafoundation::StreamInterface {
- public:
-  explicit FileStream(const std::filesystem::path& path);
-
-  bool is_open();
-  std::uint64_t GetLength() override;
-  void SetPosition(std::uint64_t position) override;
-  std::uint64_t GetPosition() override;
-  bool IsEndOfStream() override;
-  std::int64_t Read(void* buffer, std::uint32_t count) override;
-  void Close() override;
-
-  int closeCount() const { return closeCount_; }
+  std::atomic<int> closeCount{0};
+  // Not 0: every Read returns this without reading.
+  std::atomic<std::int64_t> readFailure{0};
 
  private:
+  const std::vector<std::uint8_t> bytes_;
   std::mutex mutex_;
-  std::ifstream file_;
-  std::uint64_t length_ = 0;
   std::uint64_t position_ = 0;
-  std::atomic<int> closeCount_{0};
 };
 
 }  // namespace aurivox_test

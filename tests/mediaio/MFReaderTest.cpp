@@ -1,0 +1,232 @@
+// MFReader on a scripted source reader: the open, the client audio type and
+// the reading of decoded audio, where Wine's Media Foundation cannot produce
+// the answers on demand.
+#include <functional>
+
+#include "FakeReaderTest.h"
+#include "TestStreams.h"
+#include "orxcore/Localizer.h"
+
+namespace windowsmediafoundation {
+namespace {
+
+using aurivox_test::FakeAudioFormat;
+using aurivox_test::FakeRead;
+using aurivox_test::FakeSourceReader;
+using aurivox_test::Pcm16;
+using aurivox_test::SampleRead;
+
+orxcore::WString OpenErrorText(HRESULT hr) {
+  return orxcore::UTF8to16("Media Foundation reported an error when opening the file.\n") + MFErrorMessage(hr);
+}
+
+std::optional<UINT32> Attribute(IMFAttributes* attributes, REFGUID key) {
+  UINT32 value = 0;
+  if (attributes->GetUINT32(key, &value) != S_OK) return std::nullopt;
+  return value;
+}
+
+class MFReaderTest : public aurivox_test::FakeReaderTest {
+ protected:
+  // Opens a stereo 16-bit PCM source whose decoder answers `reads` after the
+  // priming read.
+  void OpenWith(std::vector<FakeRead> reads) {
+    fake->reads = {SampleRead(Pcm16({-1, -1}))};  // primed, then dropped by the rewind
+    fake->reads.insert(fake->reads.end(), reads.begin(), reads.end());
+    ASSERT_TRUE(Open());
+  }
+};
+
+// How an open ends for each way the platform can fail it.
+TEST_F(MFReaderTest, OutcomesOfTheOpen) {
+  const struct {
+    const char* name;
+    std::function<void(FakeSourceReader&)> script;
+    std::int32_t statusClass;
+    HRESULT hr;
+    bool hasAudio;
+  } kCases[] = {
+      {"reader not created", [](FakeSourceReader& f) { f.createHr = MF_E_UNSUPPORTED_BYTESTREAM_TYPE; },
+       kOpenStatusReaderFailed, MF_E_UNSUPPORTED_BYTESTREAM_TYPE, false},
+      {"no reader handed out", [](FakeSourceReader& f) { f.createNothing = true; }, kOpenStatusNoReader, E_POINTER,
+       false},
+      {"no audio stream", [](FakeSourceReader& f) { f.sourceAudio.reset(); }, kOpenStatusFine, S_OK, false},
+      // Only exactly S_OK from the audio type means there is audio.
+      {"audio type with S_FALSE", [](FakeSourceReader& f) { f.getCurrentTypeHr = S_FALSE; }, kOpenStatusFine, S_OK,
+       false},
+      {"client type without a bit depth",
+       [](FakeSourceReader& f) { f.adjustClient = [](FakeAudioFormat& c) { c.bitsPerSample.reset(); }; },
+       kOpenStatusReaderFailed, MF_E_ATTRIBUTENOTFOUND, false},
+      // The rewind after a failed priming read decides the result.
+      {"failed priming read", [](FakeSourceReader& f) { f.reads = {FakeRead{MF_E_INVALID_STREAM_DATA}}; },
+       kOpenStatusFine, S_OK, false},
+      {"failed rewind", [](FakeSourceReader& f) { f.setPositionHr = MF_E_INVALIDREQUEST; }, kOpenStatusReaderFailed,
+       MF_E_INVALIDREQUEST, true},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.name);
+    Reset();
+    c.script(*fake.Get());
+    CaptureTrace("windowsmediafoundation.MFReader.Seek=7");
+    EXPECT_EQ(Open(), c.hasAudio);
+    EXPECT_EQ(CapturedTrace(), c.hasAudio ? "Seek To: 0\r\n" + ErrorLine(c.hr) : "");
+    EXPECT_EQ(reader->hasAudio(), c.hasAudio);
+    EXPECT_EQ(status.statusClass, c.statusClass);
+    EXPECT_EQ(status.hr, c.hr);
+    EXPECT_EQ(status.message, FAILED(c.hr) ? OpenErrorText(c.hr) : orxcore::WString());
+  }
+}
+
+TEST_F(MFReaderTest, ATypeChangeAtPrimingSetsTheAudioUpAgainWithTheNewType) {
+  FakeRead change = SampleRead(Pcm16({1, 2}));
+  change.flags = MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED;
+  change.newFormat = FakeAudioFormat{MFAudioFormat_Float, 6, 44100, 32, 0, 0x3F};
+  fake->sourceAudio->subtype = MFAudioFormat_AAC;
+  fake->reads = {change};
+  ASSERT_TRUE(Open());
+  EXPECT_EQ(reader->channels(), 6u);
+  EXPECT_EQ(reader->samplesPerSecond(), 44100u);
+  EXPECT_EQ(reader->channelMask(), 0x3Fu);
+  EXPECT_EQ(fake->askedSubtypes.size(), 2u);
+  EXPECT_EQ(status.statusClass, kOpenStatusFine);
+}
+
+TEST_F(MFReaderTest, OpensWithProcessingSelectsOnlyTheAudioPrimesOnceRewindsAndStartsAgainClear) {
+  ASSERT_TRUE(Open());
+  EXPECT_EQ(Attribute(fake->attributes.Get(), MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING), 1u);
+  EXPECT_EQ(Attribute(fake->attributes.Get(), MF_READWRITE_ENABLE_HARDWARE_TRANSFORMS), 1u);
+  const std::vector<std::pair<DWORD, BOOL>> selections = {{MF_SOURCE_READER_ALL_STREAMS, FALSE},
+                                                          {MF_SOURCE_READER_FIRST_AUDIO_STREAM, TRUE}};
+  EXPECT_EQ(fake->selections, selections);
+  EXPECT_EQ(fake->readCalls, 1);
+  EXPECT_EQ(fake->positions, std::vector<LONGLONG>{0});
+  EXPECT_EQ(Read(4), (Channels{{}, {}}));
+  ASSERT_TRUE(reader->endOfStream());
+  fake->createHr = E_FAIL;
+  EXPECT_FALSE(Open());
+  EXPECT_FALSE(reader->hasAudio());
+  EXPECT_FALSE(reader->endOfStream());
+  EXPECT_EQ(reader->channels(), 0u);
+  EXPECT_EQ(fake->referenceCount(), 1u) << "the first reader was released";
+}
+
+TEST_F(MFReaderTest, OpensAStreamThroughAByteStreamThatClosesOnce) {
+  Install();
+  auto stream = std::make_shared<aurivox_test::MemoryStream>(std::vector<std::uint8_t>{'R', 'I', 'F', 'F'});
+  ASSERT_TRUE(reader->OpenFromStream(stream, status, false, true));
+  BYTE read[4] = {};
+  ULONG count = 0;
+  ASSERT_EQ(fake->byteStream->Read(read, 4, &count), S_OK);
+  EXPECT_EQ(read[3], 'F');
+  // The source keeps the byte stream; it closes with its last reference.
+  reader.reset();
+  EXPECT_EQ(stream->closeCount.load(), 0);
+  fake->byteStream.Reset();
+  EXPECT_EQ(stream->closeCount.load(), 1);
+}
+
+// PCM sources are asked for PCM only, others for float first, then PCM. The
+// proposal carries the source's channel count and mask (not 0); rate and
+// width are the decoder's. A stereo client type without a mask counts as
+// front left and right.
+TEST_F(MFReaderTest, NegotiationOfTheClientType) {
+  const GUID pcm = MFAudioFormat_PCM;
+  const GUID flt = MFAudioFormat_Float;
+  const GUID aac = MFAudioFormat_AAC;
+  const struct {
+    FakeAudioFormat source;
+    std::vector<GUID> accepted;
+    std::vector<GUID> asked;
+    std::uint32_t bitsPerSample;  // 0: the open fails
+    std::uint32_t mask;
+  } kCases[] = {
+      {{pcm, 2}, {flt, pcm}, {pcm}, 16, 3},
+      {{pcm, 2}, {flt}, {pcm}, 0, 0},
+      {{aac, 6, 48000, 16, 48000, 0x3F}, {flt, pcm}, {flt}, 32, 0x3F},
+      {{aac, 2}, {pcm}, {flt, pcm}, 16, 3},
+      {{aac, 2}, {}, {flt, pcm}, 0, 0},
+      {{pcm, 2, 48000, 16, 192000, 0}, {pcm}, {pcm}, 16, 3},
+      {{pcm, std::nullopt}, {pcm}, {pcm}, 16, 3},  // the decoder's two channels
+      {{pcm, 1}, {pcm}, {pcm}, 16, 0},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(testing::Message() << "case " << &c - kCases);
+    Reset();
+    fake->sourceAudio = c.source;
+    fake->acceptedSubtypes = c.accepted;
+    EXPECT_EQ(Open(), c.bitsPerSample != 0);
+    EXPECT_EQ(fake->askedSubtypes, c.asked);
+    EXPECT_EQ(reader->bitsPerSample(), c.bitsPerSample);
+    EXPECT_EQ(status.hr, c.bitsPerSample ? S_OK : MF_E_INVALIDMEDIATYPE);
+    EXPECT_EQ(reader->channelMask(), c.mask);
+    IMFMediaType* proposed = fake->proposedTypes.at(0).Get();
+    const bool proposesMask = c.source.channelMask.value_or(0) != 0;
+    EXPECT_EQ(Attribute(proposed, MF_MT_AUDIO_NUM_CHANNELS), c.source.channels);
+    EXPECT_EQ(Attribute(proposed, MF_MT_AUDIO_CHANNEL_MASK), proposesMask ? c.source.channelMask : std::nullopt);
+    UINT32 count = 0;
+    ASSERT_EQ(proposed->GetCount(&count), S_OK);
+    EXPECT_EQ(count, 2u + c.source.channels.has_value() + proposesMask) << "only type, subtype, channels, mask";
+  }
+}
+
+TEST_F(MFReaderTest, SetupAudioTracesTheSourceAndClientFormats) {
+  fake->sourceAudio = FakeAudioFormat{MFAudioFormat_AAC, 6, 48000, 16, 48000, 0x3F};
+  CaptureTrace("windowsmediafoundation.MFReader.SetupAudio=6");
+  ASSERT_TRUE(Open());
+  EXPECT_EQ(CapturedTrace(),
+            "Source MF_MT_AUDIO_NUM_CHANNELS:\t6\r\n"
+            "Source MF_MT_AUDIO_SAMPLES_PER_SECOND:\t48000\r\n"
+            "Source MF_MT_AUDIO_BITS_PER_SAMPLE:\t16\r\n"
+            "Source MF_MT_AUDIO_AVG_BYTES_PER_SECOND:\t48000\r\n"
+            "Source MF_MT_AUDIO_CHANNEL_MASK:\t0x3F\r\n"
+            "Source Channel Layout:\tL, R, C, LFE, Ls, Rs\r\n"
+            "Client MF_MT_AUDIO_NUM_CHANNELS:\t6\r\n"
+            "Client MF_MT_AUDIO_SAMPLES_PER_SECOND:\t48000\r\n"
+            "Client MF_MT_AUDIO_BITS_PER_SAMPLE:\t32\r\n"
+            "Client MF_MT_AUDIO_AVG_BYTES_PER_SECOND:\t1152000\r\n"
+            "Client MF_MT_AUDIO_CHANNEL_MASK:\t0x3F\r\n"
+            "Client Channel Layout:\tL, R, C, LFE, Ls, Rs\r\n");
+  EXPECT_EQ(reader->avgBytesPerSecond(), 1152000u);
+}
+
+// One decoder's answers in a row: a stream tick, a sample split inside a
+// frame across two buffers, a failed read and a type change mid-stream (each
+// failing its request and keeping what was decoded before), and an end that
+// comes with a sample and a type change.
+TEST_F(MFReaderTest, ReadsJoinSamplesAndKeepPendingAudioThroughFailures) {
+  FakeRead split = SampleRead(Pcm16({1, 2, 3, 4}));
+  split.splitAt = 3;
+  FakeRead last = SampleRead(Pcm16({17, 18}));
+  last.flags = MF_SOURCE_READERF_ENDOFSTREAM | MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED;
+  OpenWith({FakeRead{S_OK, MF_SOURCE_READERF_STREAMTICK}, split, SampleRead(Pcm16({5, 6, 7, 8, 9, 10})),
+            FakeRead{MF_E_INVALID_STREAM_DATA}, SampleRead(Pcm16({11, 12, 13, 14})),
+            FakeRead{S_OK, MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED}, SampleRead(Pcm16({15, 16})), last});
+  EXPECT_EQ(Read(4), (Channels{Pcm16({1, 3, 5, 7}), Pcm16({2, 4, 6, 8})}));
+  EXPECT_EQ(fake->readCalls, 4) << "no read beyond what the request needs";
+  CaptureTrace("windowsmediafoundation.*=7");
+  EXPECT_EQ(Read(3), Channels{});
+  EXPECT_EQ(CapturedTrace(), ErrorLine(MF_E_INVALID_STREAM_DATA));
+  EXPECT_EQ(Read(2), (Channels{Pcm16({9, 11}), Pcm16({10, 12})}));
+  CaptureTrace("windowsmediafoundation.*=7");
+  EXPECT_EQ(Read(2), Channels{});
+  EXPECT_EQ(CapturedTrace(), "") << "a type change is no error";
+  EXPECT_FALSE(reader->endOfStream());
+  EXPECT_EQ(Read(4), (Channels{Pcm16({13, 15}), Pcm16({14, 16})}));
+  EXPECT_TRUE(reader->endOfStream());
+  EXPECT_EQ(Read(4), (Channels{{}, {}}));
+  EXPECT_EQ(fake->readCalls, 10) << "a request after the end asks again";
+  EXPECT_EQ(reader->samplesDelivered(), 8);
+}
+
+TEST_F(MFReaderTest, UnusableArgumentsFailWithoutReading) {
+  EXPECT_EQ(Read(1), Channels{}) << "nothing is open";
+  OpenWith({SampleRead(Pcm16({1, 2}))});
+  std::int32_t count = 1;
+  float* buffers[2] = {};
+  EXPECT_FALSE(reader->ReadAudioSamples(0, count, buffers, 0));
+  EXPECT_FALSE(reader->ReadAudioSamples(0, count, nullptr, 2));
+  EXPECT_EQ(fake->readCalls, 1);
+}
+
+}  // namespace
+}  // namespace windowsmediafoundation
