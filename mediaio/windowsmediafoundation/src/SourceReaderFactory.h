@@ -16,8 +16,8 @@ struct SourceReaderFactory {
       fromByteStream;
 };
 
-// MFCreateSourceReaderFromURL and MFCreateSourceReaderFromByteStream (under
-// Wine given up after a deadline; see WineSourceReaderWorkarounds.h).
+// MFCreateSourceReaderFromURL and MFCreateSourceReaderFromByteStream (with a
+// deadline where the test platform can hang; see WineSourceReaderWorkarounds.h).
 const SourceReaderFactory& MediaFoundationSourceReaderFactory();
 
 // The factory readers use now: the innermost ScopedSourceReaderFactory, else
