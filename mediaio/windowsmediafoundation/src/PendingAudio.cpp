@@ -13,11 +13,6 @@
 namespace windowsmediafoundation {
 namespace {
 
-// A sample of 3 bytes, copied as it is.
-struct Packed24 {
-  std::uint8_t bytes[3];
-};
-
 // The general loop for frames `first` to `frames`: any channel count, null
 // buffers skipped, one channel at a time.
 template <typename Sample>
@@ -170,7 +165,6 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
     return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
   }
 #endif
-  if (sizeof(Sample) == 3) return DeinterleaveTriples(interleaved, frames, channels, channelBuffers);
   if (everyChannelWanted) {
     switch (channels) {
       case 1: return DeinterleaveFixedLayout<Sample, 1>(interleaved, frames, channelBuffers);
@@ -191,7 +185,7 @@ void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, st
   switch (bytesPerSample) {
     case 1: return DeinterleaveWidth<std::uint8_t>(interleaved, frames, channels, channelBuffers);
     case 2: return DeinterleaveWidth<std::uint16_t>(interleaved, frames, channels, channelBuffers);
-    case 3: return DeinterleaveWidth<Packed24>(interleaved, frames, channels, channelBuffers);
+    case 3: return DeinterleaveTriples(interleaved, frames, channels, channelBuffers);
     case 4: return DeinterleaveWidth<std::uint32_t>(interleaved, frames, channels, channelBuffers);
     default: return;  // the client type never has another width
   }
