@@ -35,6 +35,14 @@ AbandonedCreations& Abandoned() {
   return *abandoned;
 }
 
+// Wine's GStreamer sources now and then deadlock when several are created at
+// once, and every creation under way then stalls until its deadline; one at
+// a time they do not. Never destroyed, like the count above.
+std::timed_mutex& CreationTurn() {
+  static auto* turn = new std::timed_mutex;
+  return *turn;
+}
+
 // What the creating thread and the waiting caller share; whoever lets go
 // last frees it.
 struct Creation {
@@ -107,6 +115,11 @@ HRESULT CreateSourceReaderWithin(const std::function<HRESULT(IMFSourceReader**)>
   *reader = nullptr;
   if (!RunningUnderWine()) return create(reader);
 
+  // The wait for the turn counts against the deadline too. A creation given
+  // up on gives the turn back, so a stuck one holds no other back.
+  const auto until = std::chrono::steady_clock::now() + deadline;
+  std::unique_lock<std::timed_mutex> turn(CreationTurn(), until);
+  if (!turn.owns_lock()) return HRESULT_FROM_WIN32(ERROR_TIMEOUT);
   auto creation = std::make_shared<Creation>();
   creation->create = create;
   creation->module = ReferenceThisModule();
@@ -120,7 +133,7 @@ HRESULT CreateSourceReaderWithin(const std::function<HRESULT(IMFSourceReader**)>
   CloseHandle(thread);
 
   std::unique_lock<std::mutex> lock(creation->mutex);
-  if (!creation->done.wait_for(lock, deadline, [&] { return creation->finished; })) {
+  if (!creation->done.wait_until(lock, until, [&] { return creation->finished; })) {
     creation->abandoned = true;
     AbandonedCreations& abandoned = Abandoned();
     std::lock_guard<std::mutex> countLock(abandoned.mutex);

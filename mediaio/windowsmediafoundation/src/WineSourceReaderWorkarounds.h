@@ -29,7 +29,8 @@ class ScopedWineDetectionForTesting {
 constexpr std::chrono::milliseconds kWineCreationDeadline{30000};
 
 // Runs `create`. On Windows it runs on the calling thread. Under Wine it runs
-// on a thread of its own and is given up after `deadline` with
+// on a thread of its own, one creation at a time, and is given up after
+// `deadline` (the wait for its turn included) with
 // HRESULT_FROM_WIN32(ERROR_TIMEOUT); the thread keeps the module loaded until
 // the creation returns and is counted until then.
 HRESULT CreateSourceReaderWithin(const std::function<HRESULT(IMFSourceReader**)>& create,
