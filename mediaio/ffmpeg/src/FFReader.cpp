@@ -13,6 +13,7 @@
 
 extern "C" {
 #include <libavutil/channel_layout.h>
+#include <libavutil/dict.h>
 #include <libavutil/error.h>
 #include <libavutil/samplefmt.h>
 }
@@ -24,6 +25,7 @@ namespace {
 // front left (bit 0) to top back right (bit 17).
 constexpr std::uint64_t kWaveSpeakerBits = 0x3FFFF;
 constexpr std::uint32_t kStereoMask = 0x3;
+constexpr char kPcmPacketBytes[] = "65536";
 
 orxcore::WString ErrorText(int error) {
   char text[AV_ERROR_MAX_STRING_SIZE] = {};
@@ -186,7 +188,13 @@ bool FFReader::Open(const char* url, OpenStatus& status) {
     context->pb = streamIO_->context();
     context->flags |= AVFMT_FLAG_CUSTOM_IO;
   }
-  int result = avformat_open_input(&context, url, nullptr, nullptr);  // frees the context on failure
+  // The WAVE demuxer hands out 4 KiB packets unless told otherwise; for PCM
+  // the work per packet then costs more than the samples. Larger packets
+  // carry the same samples. Other demuxers leave the option alone.
+  AVDictionary* options = nullptr;
+  av_dict_set(&options, "max_size", kPcmPacketBytes, 0);
+  int result = avformat_open_input(&context, url, nullptr, &options);  // frees the context on failure
+  av_dict_free(&options);
   if (result >= 0) {
     format_.reset(context);
     result = avformat_find_stream_info(context, nullptr);
