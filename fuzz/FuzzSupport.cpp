@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
-#include <string_view>
 
 namespace aurivox_fuzz {
 
@@ -51,32 +50,22 @@ void WriteFile(const std::filesystem::path& path, const std::uint8_t* data, std:
 
 orxcore::WString ToWString(const std::filesystem::path& path) { return orxcore::UTF8to16(path.u8string()); }
 
-OpenFileCounter::OpenFileCounter(const std::filesystem::path& folder)
-    : prefix_(std::filesystem::weakly_canonical(folder).string() + "/") {
+void OpenFileCounter::Track(const std::filesystem::path& path) {
   struct stat info;
-  FUZZ_CHECK(::stat(prefix_.c_str(), &info) == 0);
-  device_ = info.st_dev;
+  FUZZ_CHECK(::stat(path.c_str(), &info) == 0);
+  files_.emplace(info.st_dev, info.st_ino);
 }
 
 int OpenFileCounter::Count() const {
-  // Plain readdir and fstat: this runs after most operations of a target, and
-  // reading a descriptor's path costs far more than stat, so only files on
-  // the folder's own file system have theirs read.
   // The listing stays open between counts; rewinding it reads it afresh.
   static DIR* const descriptors = ::opendir("/proc/self/fd");
   FUZZ_CHECK(descriptors != nullptr);
   ::rewinddir(descriptors);
   int count = 0;
-  char target[4096];
   while (const dirent* entry = ::readdir(descriptors)) {
     struct stat info;
-    if (entry->d_name[0] == '.' || ::fstat(std::atoi(entry->d_name), &info) != 0 ||
-        !S_ISREG(info.st_mode) || info.st_dev != device_) {
-      continue;
-    }
-    const ssize_t length = ::readlinkat(::dirfd(descriptors), entry->d_name, target, sizeof target);
-    // A deleted file's link reads "<path> (deleted)", still under the folder.
-    if (length > 0 && std::string_view(target, static_cast<std::size_t>(length)).rfind(prefix_, 0) == 0) {
+    if (entry->d_name[0] != '.' && ::fstat(std::atoi(entry->d_name), &info) == 0 && S_ISREG(info.st_mode) &&
+        files_.count({info.st_dev, info.st_ino}) != 0) {
       ++count;
     }
   }

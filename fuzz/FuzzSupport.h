@@ -8,7 +8,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
+#include <set>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "orxcore/String.h"
@@ -35,16 +37,18 @@ void WriteFile(const std::filesystem::path& path, const std::uint8_t* data, std:
 
 orxcore::WString ToWString(const std::filesystem::path& path);
 
-// Counts the descriptors of this process that name a file inside one folder,
-// deleted files included.
+// Counts the descriptors of this process open on the files it tracks,
+// deleted ones included. Descriptors are matched by device and inode, so no
+// descriptor's path is read: this runs after most operations of a target.
 class OpenFileCounter {
  public:
-  explicit OpenFileCounter(const std::filesystem::path& folder);
+  // Tracks the file now at `path`; a file written anew is another inode.
+  void Track(const std::filesystem::path& path);
+  void Clear() { files_.clear(); }
   int Count() const;
 
  private:
-  std::string prefix_;  // the folder as the kernel names it, with a final "/"
-  dev_t device_;        // the file system the folder is on
+  std::set<std::pair<dev_t, ino_t>> files_;
 };
 
 // Takes fields from the front of an input, so that fuzz/make-seeds can write

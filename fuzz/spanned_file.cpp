@@ -13,6 +13,7 @@
 #include <limits>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -41,38 +42,45 @@ fs::path MadeFolder(const fs::path& folder) {
   return folder;
 }
 
-// The segment files on disk.
+// The segment files on disk. A file that already holds an input's bytes is
+// not written again: most inputs differ from the last one in a few bytes.
 class Segments {
  public:
-  explicit Segments(const fs::path& folder) : folder_(MadeFolder(folder)), openFiles_(folder_) {}
+  explicit Segments(const fs::path& folder) : folder_(MadeFolder(folder)) {}
 
   void Reset(std::vector<Bytes> contents) {
     contents_ = std::move(contents);
     paths_.clear();
     widePaths_.clear();
-    present_.assign(contents_.size(), false);
+    onDisk_.resize(contents_.size());
+    openFiles_.Clear();
     for (std::size_t i = 0; i < contents_.size(); ++i) {
       char name[16];
       std::snprintf(name, sizeof name, "%05zu.m2ts", i + 1);
       paths_.push_back(folder_ / name);
       widePaths_.push_back(aurivox_fuzz::ToWString(paths_.back()));
-      Write(i);
+      if (onDisk_[i] == contents_[i]) {
+        openFiles_.Track(paths_[i]);
+      } else {
+        Write(i);
+      }
     }
   }
 
   void Write(std::size_t i) {
     aurivox_fuzz::WriteFile(paths_[i], contents_[i].data(), contents_[i].size());
-    present_[i] = true;
+    onDisk_[i] = contents_[i];
+    openFiles_.Track(paths_[i]);
   }
 
   void Delete(std::size_t i) {
     std::error_code ignored;
     fs::remove(paths_[i], ignored);
-    present_[i] = false;
+    onDisk_[i].reset();
   }
 
   std::size_t count() const { return contents_.size(); }
-  bool present(std::size_t i) const { return present_[i]; }
+  bool present(std::size_t i) const { return onDisk_[i].has_value(); }
   const Bytes& content(std::size_t i) const { return contents_[i]; }
   const std::vector<orxcore::WString>& widePaths() const { return widePaths_; }
   // Descriptors of this process open on segment files.
@@ -83,7 +91,8 @@ class Segments {
   std::vector<Bytes> contents_;
   std::vector<fs::path> paths_;
   std::vector<orxcore::WString> widePaths_;
-  std::vector<bool> present_;
+  // What each file holds on disk; empty while it is missing.
+  std::vector<std::optional<Bytes>> onDisk_;
   aurivox_fuzz::OpenFileCounter openFiles_;
 };
 
