@@ -50,12 +50,11 @@ class FakeReaderTest : public ::testing::Test {
   // channel come back, nothing when the read fails.
   using Channels = std::vector<std::vector<std::uint8_t>>;
   Channels Read(std::int32_t frames) {
-    std::vector<float> left(frames), right(frames);
-    float* pointers[] = {left.data(), right.data()};
+    Channels channels(2, std::vector<std::uint8_t>(frames * 4));
+    float* pointers[] = {reinterpret_cast<float*>(channels[0].data()), reinterpret_cast<float*>(channels[1].data())};
     if (!reader->ReadAudioSamples(0, frames, pointers, 2)) return {};
-    const auto* l = reinterpret_cast<const std::uint8_t*>(left.data());
-    const auto* r = reinterpret_cast<const std::uint8_t*>(right.data());
-    return {{l, l + frames * 2}, {r, r + frames * 2}};
+    for (auto& channel : channels) channel.resize(frames * 2);
+    return channels;
   }
 
   // Captures trace lines of the given rules until CapturedTrace.

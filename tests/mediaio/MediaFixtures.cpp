@@ -31,23 +31,18 @@ std::vector<std::uint8_t> ReadMediaFixture(const std::string& name) {
 std::vector<float> SamplesAsFloat(const std::vector<std::uint8_t>& bytes, std::uint32_t bytesPerSample,
                                   bool isFloat) {
   std::vector<float> samples;
-  if (bytesPerSample == 0) return samples;
-  const std::size_t count = bytes.size() / bytesPerSample;
-  samples.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::uint8_t* sample = bytes.data() + i * bytesPerSample;
+  for (std::size_t i = 0; bytesPerSample && i + bytesPerSample <= bytes.size(); i += bytesPerSample) {
+    const std::uint8_t* sample = bytes.data() + i;
+    float value;
     if (isFloat) {
-      float value;
       std::memcpy(&value, sample, sizeof value);
-      samples.push_back(value);
-    } else if (bytesPerSample == 1) {
-      samples.push_back((sample[0] - 128) / 128.0f);
     } else {
-      // Little-endian, sign taken from the top byte.
-      std::int64_t value = static_cast<std::int8_t>(sample[bytesPerSample - 1]);
-      for (int b = static_cast<int>(bytesPerSample) - 2; b >= 0; --b) value = value * 256 + sample[b];
-      samples.push_back(static_cast<float>(value / std::ldexp(1.0, 8 * static_cast<int>(bytesPerSample) - 1)));
+      // Little-endian, sign taken from the top byte; 8-bit samples are unsigned.
+      std::int64_t word = bytesPerSample == 1 ? sample[0] - 128 : static_cast<std::int8_t>(sample[bytesPerSample - 1]);
+      for (int b = static_cast<int>(bytesPerSample) - 2; b >= 0; --b) word = word * 256 + sample[b];
+      value = static_cast<float>(word / std::ldexp(1.0, 8 * static_cast<int>(bytesPerSample) - 1));
     }
+    samples.push_back(value);
   }
   return samples;
 }

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <vector>
 
 namespace windowsmediafoundation {
@@ -26,15 +25,11 @@ std::vector<std::uint8_t> Interleaved(std::size_t frames, std::uint32_t channels
 
 // Per-channel float buffers filled with 0xEE bytes, so untouched bytes show.
 struct ChannelBuffers {
-  ChannelBuffers(std::uint32_t channels, std::size_t floats) : storage(channels, std::vector<float>(floats)) {
-    for (auto& buffer : storage) {
-      std::memset(buffer.data(), 0xEE, floats * sizeof(float));
-      pointers.push_back(buffer.data());
-    }
+  ChannelBuffers(std::uint32_t channels, std::size_t floats)
+      : bytes(channels, std::vector<std::uint8_t>(floats * 4, 0xEE)) {
+    for (auto& buffer : bytes) pointers.push_back(reinterpret_cast<float*>(buffer.data()));
   }
-  const std::uint8_t* bytes(std::uint32_t n) const { return reinterpret_cast<const std::uint8_t*>(storage[n].data()); }
-
-  std::vector<std::vector<float>> storage;
+  std::vector<std::vector<std::uint8_t>> bytes;
   std::vector<float*> pointers;
 };
 
@@ -53,7 +48,7 @@ TEST(Deinterleave, EachChannelGetsItsSamplesPackedAtTheirWidth) {
         for (std::uint32_t n = 0; n < channels; ++n) {
           for (std::size_t i = 0; i <= frames * width; ++i) {
             const bool written = i < frames * width && !(withoutFirst && n == 0);
-            ASSERT_EQ(buffers.bytes(n)[i], written ? SampleByte(i / width, n, i % width) : 0xEE)
+            ASSERT_EQ(buffers.bytes[n][i], written ? SampleByte(i / width, n, i % width) : 0xEE)
                 << "channel " << n << " byte " << i;
           }
         }
@@ -67,28 +62,26 @@ TEST(PendingAudio, DeliversFromTheFrontAndAPartialFrameWaitsForItsRest) {
   const auto interleaved = Interleaved(5, 2, 3);  // 30 bytes
   ASSERT_TRUE(pending.Append(interleaved.data(), 10));  // one frame and 4 bytes
   EXPECT_EQ(pending.AvailableFrames(2, 3), 1u);
-  ChannelBuffers first(2, 3);
-  EXPECT_EQ(pending.Deliver(3, 2, 3, first.pointers.data()), 1u);
-  EXPECT_EQ(first.bytes(1)[2], SampleByte(0, 1, 2));
+  ChannelBuffers out(2, 3);
+  EXPECT_EQ(pending.Deliver(3, 2, 3, out.pointers.data()), 1u);
+  EXPECT_EQ(out.bytes[1][2], SampleByte(0, 1, 2));
   EXPECT_EQ(pending.size(), 4u);
 
   ASSERT_TRUE(pending.Append(interleaved.data() + 10, 20));
-  ChannelBuffers second(2, 3);
-  EXPECT_EQ(pending.Deliver(2, 2, 3, second.pointers.data()), 2u);
+  EXPECT_EQ(pending.Deliver(2, 2, 3, out.pointers.data()), 2u);
   // Frame 1 joined across the two appends.
-  EXPECT_EQ(second.bytes(0)[0], SampleByte(1, 0, 0));
-  EXPECT_EQ(second.bytes(1)[5], SampleByte(2, 1, 2));
-  ChannelBuffers third(2, 3);
-  EXPECT_EQ(pending.Deliver(4, 2, 3, third.pointers.data()), 2u) << "only two frames were left";
-  EXPECT_EQ(third.bytes(1)[3], SampleByte(4, 1, 0));
+  EXPECT_EQ(out.bytes[0][0], SampleByte(1, 0, 0));
+  EXPECT_EQ(out.bytes[1][5], SampleByte(2, 1, 2));
+  EXPECT_EQ(pending.Deliver(4, 2, 3, out.pointers.data()), 2u) << "only two frames were left";
+  EXPECT_EQ(out.bytes[1][3], SampleByte(4, 1, 0));
   EXPECT_EQ(pending.size(), 0u);
-  EXPECT_EQ(pending.Deliver(4, 2, 3, third.pointers.data()), 0u);
+  EXPECT_EQ(pending.Deliver(4, 2, 3, out.pointers.data()), 0u);
 
   // The client type never has other widths: frames are counted, not copied.
   ASSERT_TRUE(pending.Append(interleaved.data(), 30));
-  EXPECT_EQ(pending.Deliver(2, 2, 5, third.pointers.data()), 2u);
+  EXPECT_EQ(pending.Deliver(2, 2, 5, out.pointers.data()), 2u);
   EXPECT_EQ(pending.size(), 10u);
-  EXPECT_EQ(third.bytes(0)[6], 0xEE);
+  EXPECT_EQ(out.bytes[0][6], 0xEE);
 }
 
 TEST(PendingAudio, ReserveMakesRoomForTheWholeRequestOrFailsWithoutChange) {

@@ -10,8 +10,6 @@
 namespace windowsmediafoundation {
 namespace {
 
-const wchar_t kRoot[] = L"Software\\AurivoxTest\\RegistryKeySnapshot";
-
 // Every key and value below `node`, a line each, in any order the registry
 // enumerates them.
 void Describe(const RegistryKeySnapshot& node, const std::string& prefix, std::set<std::string>& lines) {
@@ -29,7 +27,7 @@ void Describe(const RegistryKeySnapshot& node, const std::string& prefix, std::s
 }
 
 TEST(RegistryKeySnapshot, ReadsSubKeysAndValuesAllTheWayDownOrNothing) {
-  const std::wstring root = kRoot;
+  const std::wstring root = L"Software\\AurivoxTest\\RegistryKeySnapshot";
   RegDeleteTreeW(HKEY_CURRENT_USER, root.c_str());
   const wchar_t text[] = L"Av";
   const DWORD number = 0x01020304;
@@ -41,7 +39,7 @@ TEST(RegistryKeySnapshot, ReadsSubKeysAndValuesAllTheWayDownOrNothing) {
   ASSERT_EQ(RegSetKeyValueW(HKEY_CURRENT_USER, (root + L"\\Beta\\Gamma").c_str(), L"Deep", REG_DWORD, &number, 4),
             ERROR_SUCCESS);
 
-  RegistryKeySnapshot node(HKEY_CURRENT_USER, orxcore::FromWide(kRoot));
+  RegistryKeySnapshot node(HKEY_CURRENT_USER, orxcore::FromWide(root.c_str()));
   EXPECT_EQ(node.ReadKeyTree(), 0u);
   std::set<std::string> lines;
   Describe(node, "", lines);

@@ -10,15 +10,12 @@
 namespace windowsmediafoundation {
 namespace {
 
-using aurivox_test::Pcm16;
-using aurivox_test::SampleRead;
-
 class RestartAndRewind : public aurivox_test::FakeReaderTest, public ::testing::WithParamInterface<bool> {};
 
 TEST_P(RestartAndRewind, OnlyWineGetsTheSettlingReadAndTheSkippedRewind) {
   const bool underWine = GetParam();
   ScopedWineDetectionForTesting detection(underWine);
-  fake->reads = {SampleRead(Pcm16({1, 2})), SampleRead(Pcm16({3, 4}))};
+  fake->reads = {aurivox_test::SampleRead({1, 2, 3, 4}), aurivox_test::SampleRead({5, 6, 7, 8})};
   ASSERT_TRUE(Open());
   EXPECT_EQ(fake->readCalls, 1) << "the priming read";
   reader = std::make_unique<MFReader>();  // the old one is released
