@@ -2,6 +2,7 @@
 // the reading of decoded audio, where Wine's Media Foundation cannot produce
 // the answers on demand.
 #include <functional>
+#include <tuple>
 
 #include "FakeReaderTest.h"
 #include "TestStreams.h"
@@ -24,47 +25,38 @@ orxcore::WString OpenErrorText(HRESULT hr) {
 
 // How an open ends for each way the platform can fail it.
 TEST_F(MFReaderTest, OutcomesOfTheOpen) {
-  const struct {
-    const char* name;
-    std::function<void(FakeSourceReader&)> script;
-    std::int32_t statusClass;
-    HRESULT hr;
-    bool hasAudio;
-  } kCases[] = {
-      {"reader not created", [](FakeSourceReader& f) { f.createHr = MF_E_UNSUPPORTED_BYTESTREAM_TYPE; },
-       kOpenStatusReaderFailed, MF_E_UNSUPPORTED_BYTESTREAM_TYPE, false},
-      {"no reader handed out", [](FakeSourceReader& f) { f.createNothing = true; }, kOpenStatusNoReader, E_POINTER,
-       false},
-      {"no audio stream", [](FakeSourceReader& f) { f.sourceAudio.reset(); }, kOpenStatusFine, S_OK, false},
+  // What the platform does: the open's status class and code, whether there is audio.
+  const std::tuple<const char*, std::function<void(FakeSourceReader&)>, std::int32_t, HRESULT, bool> kCases[] = {
+      {"reader not created", [](auto& f) { f.createHr = MF_E_UNSUPPORTED_BYTESTREAM_TYPE; }, kOpenStatusReaderFailed,
+       MF_E_UNSUPPORTED_BYTESTREAM_TYPE, false},
+      {"no reader handed out", [](auto& f) { f.createNothing = true; }, kOpenStatusNoReader, E_POINTER, false},
+      {"no audio stream", [](auto& f) { f.sourceAudio.reset(); }, kOpenStatusFine, S_OK, false},
       // Only exactly S_OK from the audio type means there is audio.
-      {"audio type with S_FALSE", [](FakeSourceReader& f) { f.getCurrentTypeHr = S_FALSE; }, kOpenStatusFine, S_OK,
-       false},
-      {"client type without a bit depth",
-       [](FakeSourceReader& f) { f.adjustClient = [](FakeAudioFormat& c) { c.bitsPerSample.reset(); }; },
+      {"audio type with S_FALSE", [](auto& f) { f.getCurrentTypeHr = S_FALSE; }, kOpenStatusFine, S_OK, false},
+      {"client type without a bit depth", [](auto& f) { f.adjustClient = [](auto& c) { c.bitsPerSample.reset(); }; },
        kOpenStatusReaderFailed, MF_E_ATTRIBUTENOTFOUND, false},
       // The rewind after a failed priming read decides the result.
-      {"failed priming read", [](FakeSourceReader& f) { f.reads = {FakeRead{MF_E_INVALID_STREAM_DATA}}; },
-       kOpenStatusFine, S_OK, false},
-      {"failed rewind", [](FakeSourceReader& f) { f.setPositionHr = MF_E_INVALIDREQUEST; }, kOpenStatusReaderFailed,
+      {"failed priming read", [](auto& f) { f.reads = {FakeRead{MF_E_INVALID_STREAM_DATA}}; }, kOpenStatusFine,
+       S_OK, false},
+      {"failed rewind", [](auto& f) { f.setPositionHr = MF_E_INVALIDREQUEST; }, kOpenStatusReaderFailed,
        MF_E_INVALIDREQUEST, true},
   };
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(c.name);
+  for (const auto& [name, script, statusClass, hr, hasAudio] : kCases) {
+    SCOPED_TRACE(name);
     Reset();
-    c.script(*fake.Get());
+    script(*fake.Get());
     CaptureTrace("windowsmediafoundation.MFReader.Seek=7");
-    EXPECT_EQ(Open(), c.hasAudio);
-    EXPECT_EQ(CapturedTrace(), c.hasAudio ? "Seek To: 0\r\n" + ErrorLine(c.hr) : "");
-    EXPECT_EQ(reader->hasAudio(), c.hasAudio);
-    EXPECT_EQ(status.statusClass, c.statusClass);
-    EXPECT_EQ(status.hr, c.hr);
-    EXPECT_EQ(status.message, FAILED(c.hr) ? OpenErrorText(c.hr) : orxcore::WString());
+    EXPECT_EQ(Open(), hasAudio);
+    EXPECT_EQ(CapturedTrace(), hasAudio ? "Seek To: 0\r\n" + ErrorLine(hr) : "");
+    EXPECT_EQ(reader->hasAudio(), hasAudio);
+    EXPECT_EQ(status.statusClass, statusClass);
+    EXPECT_EQ(status.hr, hr);
+    EXPECT_EQ(status.message, FAILED(hr) ? OpenErrorText(hr) : orxcore::WString());
   }
 }
 
 TEST_F(MFReaderTest, ATypeChangeAtPrimingSetsTheAudioUpAgainWithTheNewType) {
-  FakeRead change = SampleRead(Pcm16({1, 2}));
-  change.flags = MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED;
+  FakeRead change{S_OK, MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED, Pcm16({1, 2})};
   change.newFormat = FakeAudioFormat{MFAudioFormat_Float, 6, 44100, 32, 0, 0x3F};
   fake->sourceAudio->subtype = MFAudioFormat_AAC;
   fake->reads = {change};
@@ -114,13 +106,9 @@ TEST_F(MFReaderTest, OpensWithProcessingSelectsOnlyTheAudioPrimesOnceRewindsAndS
 // front left and right.
 TEST_F(MFReaderTest, NegotiationOfTheClientType) {
   const GUID pcm = MFAudioFormat_PCM, flt = MFAudioFormat_Float, aac = MFAudioFormat_AAC;
-  const struct {
-    FakeAudioFormat source;
-    std::vector<GUID> accepted;
-    std::vector<GUID> asked;
-    std::uint32_t bitsPerSample;  // 0: the open fails
-    std::uint32_t mask;
-  } kCases[] = {
+  // The source, the subtypes the decoder accepts: the subtypes asked for, the
+  // client's bits per sample (0: the open fails) and its mask.
+  const std::tuple<FakeAudioFormat, std::vector<GUID>, std::vector<GUID>, std::uint32_t, std::uint32_t> kCases[] = {
       {{pcm, 2}, {flt}, {pcm}, 0, 0},
       {{aac, 6, 48000, 16, 48000, 0x3F}, {flt, pcm}, {flt}, 32, 0x3F},
       {{aac, 2}, {pcm}, {flt, pcm}, 16, 3},
@@ -129,23 +117,24 @@ TEST_F(MFReaderTest, NegotiationOfTheClientType) {
       {{pcm, std::nullopt}, {pcm}, {pcm}, 16, 3},  // the decoder's two channels
       {{pcm, 1}, {pcm}, {pcm}, 16, 0},
   };
-  for (const auto& c : kCases) {
-    SCOPED_TRACE(testing::Message() << "case " << &c - kCases);
+  for (const auto& [source, accepted, asked, bitsPerSample, mask] : kCases) {
+    SCOPED_TRACE(testing::Message() << source.channels.value_or(0) << " channels, " << accepted.size()
+                                    << " accepted, " << bitsPerSample << " bits");
     Reset();
-    fake->sourceAudio = c.source;
-    fake->acceptedSubtypes = c.accepted;
-    EXPECT_EQ(Open(), c.bitsPerSample != 0);
-    EXPECT_EQ(fake->askedSubtypes, c.asked);
-    EXPECT_EQ(reader->bitsPerSample(), c.bitsPerSample);
-    EXPECT_EQ(status.hr, c.bitsPerSample ? S_OK : MF_E_INVALIDMEDIATYPE);
-    EXPECT_EQ(reader->channelMask(), c.mask);
+    fake->sourceAudio = source;
+    fake->acceptedSubtypes = accepted;
+    EXPECT_EQ(Open(), bitsPerSample != 0);
+    EXPECT_EQ(fake->askedSubtypes, asked);
+    EXPECT_EQ(reader->bitsPerSample(), bitsPerSample);
+    EXPECT_EQ(status.hr, bitsPerSample ? S_OK : MF_E_INVALIDMEDIATYPE);
+    EXPECT_EQ(reader->channelMask(), mask);
     IMFMediaType* proposed = fake->proposedTypes.at(0).Get();
-    const bool proposesMask = c.source.channelMask.value_or(0) != 0;
-    EXPECT_EQ(Attribute(proposed, MF_MT_AUDIO_NUM_CHANNELS), c.source.channels);
-    EXPECT_EQ(Attribute(proposed, MF_MT_AUDIO_CHANNEL_MASK), proposesMask ? c.source.channelMask : std::nullopt);
+    const bool proposesMask = source.channelMask.value_or(0) != 0;
+    EXPECT_EQ(Attribute(proposed, MF_MT_AUDIO_NUM_CHANNELS), source.channels);
+    EXPECT_EQ(Attribute(proposed, MF_MT_AUDIO_CHANNEL_MASK), proposesMask ? source.channelMask : std::nullopt);
     UINT32 count = 0;
     ASSERT_EQ(proposed->GetCount(&count), S_OK);
-    EXPECT_EQ(count, 2u + c.source.channels.has_value() + proposesMask) << "only type, subtype, channels, mask";
+    EXPECT_EQ(count, 2u + source.channels.has_value() + proposesMask) << "only type, subtype, channels, mask";
   }
 }
 
@@ -176,8 +165,7 @@ TEST_F(MFReaderTest, SetupAudioTracesTheSourceAndClientFormats) {
 TEST_F(MFReaderTest, ReadsJoinSamplesAndKeepPendingAudioThroughFailures) {
   FakeRead split = SampleRead(Pcm16({1, 2, 3, 4}));
   split.splitAt = 3;
-  FakeRead last = SampleRead(Pcm16({17, 18}));
-  last.flags = MF_SOURCE_READERF_ENDOFSTREAM | MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED;
+  const FakeRead last{S_OK, MF_SOURCE_READERF_ENDOFSTREAM | MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED, Pcm16({17, 18})};
   // The first read primes the decoder; the rewind drops it.
   fake->reads = {SampleRead(Pcm16({-1, -1})), FakeRead{S_OK, MF_SOURCE_READERF_STREAMTICK}, split,
                  SampleRead(Pcm16({5, 6, 7, 8, 9, 10})), FakeRead{MF_E_INVALID_STREAM_DATA},
