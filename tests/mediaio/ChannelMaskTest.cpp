@@ -19,8 +19,7 @@ TEST(ChannelMask, LayoutsFromMasks) {
       {0x3FFFF, 18, {100, 101, 102, 103, 104, 105, 107, 108, 106, 109, 110, 111, 112, 114, 113, 115, 117, 116}},
       // Bits above 17 name no speaker; channels without one are unlabelled.
       {0x80040014u, 3, {102, 104, 0}},
-      {0x3F, 0, {}},
-      {0x3F, -4, {}},
+      {0x3F, 0, {}}, {0x3F, -4, {}},
   };
   for (const auto& [mask, channels, labels] : kCases) {
     orxmediatypes::AudioChannelLayout layout(5, orxmediatypes::AudioChannelDescription(999));

@@ -19,21 +19,17 @@ namespace aurivox_test {
 class FakeReaderTest : public ::testing::Test {
  protected:
   void TearDown() override {
-    reader.reset();
+    Reset();
     factory_.reset();
     orxcore::SetTraceConfiguration("");
-    ExpectReleased();
   }
 
-  void ExpectReleased() {
-    EXPECT_EQ(fake->UnreleasedObjects(), "");
-    EXPECT_EQ(fake->referenceCount(), 1u) << "the reader kept a reference to the source reader";
-  }
-
-  // Starts over with a fresh fake and reader, as a new test would.
+  // Checks that the reader let go of everything the fake handed out, then
+  // starts over with a fresh fake and reader, as a new test would.
   void Reset() {
     reader = std::make_unique<windowsmediafoundation::MFReader>();
-    ExpectReleased();
+    EXPECT_EQ(fake->UnreleasedObjects(), "");
+    EXPECT_EQ(fake->referenceCount(), 1u) << "the reader kept a reference to the source reader";
     fake = FakeSourceReader::Create();
   }
 

@@ -6,26 +6,10 @@
 #include "ComAdopt.h"
 
 namespace aurivox_test {
-namespace {
 
 using Microsoft::WRL::ComPtr;
 
 constexpr DWORD kAudioStream = MF_SOURCE_READER_FIRST_AUDIO_STREAM;
-
-ComPtr<IMFMediaType> MakeAudioType(const FakeAudioFormat& format) {
-  ComPtr<IMFMediaType> type;
-  if (FAILED(MFCreateMediaType(&type))) return nullptr;
-  type->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Audio);
-  type->SetGUID(MF_MT_SUBTYPE, format.subtype);
-  if (format.channels) type->SetUINT32(MF_MT_AUDIO_NUM_CHANNELS, *format.channels);
-  if (format.samplesPerSecond) type->SetUINT32(MF_MT_AUDIO_SAMPLES_PER_SECOND, *format.samplesPerSecond);
-  if (format.bitsPerSample) type->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, *format.bitsPerSample);
-  if (format.avgBytesPerSecond) type->SetUINT32(MF_MT_AUDIO_AVG_BYTES_PER_SECOND, *format.avgBytesPerSecond);
-  if (format.channelMask) type->SetUINT32(MF_MT_AUDIO_CHANNEL_MASK, *format.channelMask);
-  return type;
-}
-
-}  // namespace
 
 FakeRead SampleRead(std::vector<std::uint8_t> data) { return {S_OK, 0, std::move(data)}; }
 
@@ -70,7 +54,16 @@ std::string FakeSourceReader::UnreleasedObjects() const {
 HRESULT FakeSourceReader::GetCurrentMediaType(DWORD index, IMFMediaType** type) {
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
   if (FAILED(getCurrentTypeHr)) return getCurrentTypeHr;
-  ComPtr<IMFMediaType> current = MakeAudioType(client_ ? *client_ : *sourceAudio);
+  const FakeAudioFormat& format = client_ ? *client_ : *sourceAudio;
+  ComPtr<IMFMediaType> current;
+  MFCreateMediaType(&current);
+  current->SetGUID(MF_MT_MAJOR_TYPE, MFMediaType_Audio);
+  current->SetGUID(MF_MT_SUBTYPE, format.subtype);
+  if (format.channels) current->SetUINT32(MF_MT_AUDIO_NUM_CHANNELS, *format.channels);
+  if (format.samplesPerSecond) current->SetUINT32(MF_MT_AUDIO_SAMPLES_PER_SECOND, *format.samplesPerSecond);
+  if (format.bitsPerSample) current->SetUINT32(MF_MT_AUDIO_BITS_PER_SAMPLE, *format.bitsPerSample);
+  if (format.avgBytesPerSecond) current->SetUINT32(MF_MT_AUDIO_AVG_BYTES_PER_SECOND, *format.avgBytesPerSecond);
+  if (format.channelMask) current->SetUINT32(MF_MT_AUDIO_CHANNEL_MASK, *format.channelMask);
   handedOut_.emplace_back(current, 1, client_ ? "client type" : "source type");
   *type = current.Detach();
   return getCurrentTypeHr;  // success codes other than S_OK come with the type
@@ -83,8 +76,10 @@ HRESULT FakeSourceReader::SetCurrentMediaType(DWORD index, DWORD*, IMFMediaType*
   GUID subtype = GUID_NULL;
   type->GetGUID(MF_MT_SUBTYPE, &subtype);
   askedSubtypes.push_back(subtype);
-  const auto accepted = std::find(acceptedSubtypes.begin(), acceptedSubtypes.end(), subtype);
-  if (accepted == acceptedSubtypes.end()) return MF_E_INVALIDMEDIATYPE;
+  if (!std::count(acceptedSubtypes.begin(), acceptedSubtypes.end(), subtype)) return MF_E_INVALIDMEDIATYPE;
+  // The decoder settles on the source format with the asked subtype: float
+  // at 32 bits, PCM at the width of a PCM source (16 bits from others), and
+  // the proposed channel count and mask.
   FakeAudioFormat client = *sourceAudio;
   client.subtype = subtype;
   const bool fromPcm = IsEqualGUID(sourceAudio->subtype, MFAudioFormat_PCM);
@@ -93,7 +88,6 @@ HRESULT FakeSourceReader::SetCurrentMediaType(DWORD index, DWORD*, IMFMediaType*
   client.channelMask = Attribute(type, MF_MT_AUDIO_CHANNEL_MASK);
   client.avgBytesPerSecond =
       client.samplesPerSecond.value_or(0) * *client.channels * client.bitsPerSample.value_or(0) / 8;
-  if (adjustClient) adjustClient(client);
   client_ = client;
   return S_OK;
 }
@@ -108,18 +102,23 @@ HRESULT FakeSourceReader::ReadSample(DWORD index, DWORD, DWORD*, DWORD* flags, L
   ++readCalls;
   *sample = nullptr;
   if (index != kAudioStream || !sourceAudio) return MF_E_INVALIDSTREAMNUMBER;
-  if (nextRead_ >= reads.size()) {
-    *flags = MF_SOURCE_READERF_ENDOFSTREAM;
-    return S_OK;
-  }
-  const FakeRead& read = reads[nextRead_++];
+  static const FakeRead kEnd{S_OK, MF_SOURCE_READERF_ENDOFSTREAM};
+  const FakeRead& read = nextRead_ < reads.size() ? reads[nextRead_++] : kEnd;
   *flags = read.flags;
   if (FAILED(read.hr)) return read.hr;
   if (read.newFormat) {
     sourceAudio = read.newFormat;
     client_.reset();
   }
-  if (read.data) MakeSample(read, sample);
+  if (!read.data) return S_OK;
+  ComPtr<IMFSample> made;
+  MFCreateSample(&made);
+  const std::vector<std::uint8_t>& data = *read.data;
+  const std::size_t split = std::min(read.splitAt.value_or(data.size()), data.size());
+  AddBuffer(made.Get(), data.data(), split);
+  if (split < data.size()) AddBuffer(made.Get(), data.data() + split, data.size() - split);
+  handedOut_.emplace_back(made, 1, "sample");
+  *sample = made.Detach();
   return S_OK;
 }
 
@@ -133,17 +132,6 @@ void FakeSourceReader::AddBuffer(IMFSample* sample, const std::uint8_t* data, st
   buffer->SetCurrentLength(static_cast<DWORD>(size));
   sample->AddBuffer(buffer.Get());
   handedOut_.emplace_back(buffer, 2, "sample buffer");  // ours and the sample's
-}
-
-void FakeSourceReader::MakeSample(const FakeRead& read, IMFSample** sample) {
-  ComPtr<IMFSample> made;
-  MFCreateSample(&made);
-  const std::vector<std::uint8_t>& data = *read.data;
-  const std::size_t split = std::min(read.splitAt.value_or(data.size()), data.size());
-  AddBuffer(made.Get(), data.data(), split);
-  if (split < data.size()) AddBuffer(made.Get(), data.data() + split, data.size() - split);
-  handedOut_.emplace_back(made, 1, "sample");
-  *sample = made.Detach();
 }
 
 }  // namespace aurivox_test

@@ -12,7 +12,6 @@
 
 #include <atomic>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <tuple>
@@ -25,14 +24,9 @@ namespace aurivox_test {
 // The attributes of an audio media type; an empty value leaves the attribute
 // out of the type.
 struct FakeAudioFormat {
-  FakeAudioFormat(GUID subtype = MFAudioFormat_PCM, std::optional<UINT32> channels = 2,
-                  std::optional<UINT32> samplesPerSecond = 48000, std::optional<UINT32> bitsPerSample = 16,
-                  std::optional<UINT32> avgBytesPerSecond = 192000, std::optional<UINT32> channelMask = {})
-      : subtype(subtype), channels(channels), samplesPerSecond(samplesPerSecond), bitsPerSample(bitsPerSample),
-        avgBytesPerSecond(avgBytesPerSecond), channelMask(channelMask) {}
-
-  GUID subtype;
-  std::optional<UINT32> channels, samplesPerSecond, bitsPerSample, avgBytesPerSecond, channelMask;
+  GUID subtype = MFAudioFormat_PCM;
+  std::optional<UINT32> channels = 2, samplesPerSecond = 48000, bitsPerSample = 16, avgBytesPerSecond = 192000;
+  std::optional<UINT32> channelMask;
 };
 
 // One answer of ReadSample.
@@ -69,9 +63,6 @@ class FakeSourceReader : public IMFSourceReader {
   std::optional<FakeAudioFormat> sourceAudio = FakeAudioFormat{};
   // Client subtypes the decoder accepts.
   std::vector<GUID> acceptedSubtypes = {MFAudioFormat_Float, MFAudioFormat_PCM};
-  // Changes the client type the decoder settles on (which starts as the
-  // source format with the asked subtype, its width, and the proposed mask).
-  std::function<void(FakeAudioFormat&)> adjustClient;
   HRESULT getCurrentTypeHr = S_OK;  // for the audio stream's type
   HRESULT setPositionHr = S_OK;
   // ReadSample answers in order; after the last, end of stream.
@@ -118,7 +109,6 @@ class FakeSourceReader : public IMFSourceReader {
  private:
   virtual ~FakeSourceReader() = default;
 
-  void MakeSample(const FakeRead& read, IMFSample** sample);
   // Adds a memory buffer holding a copy of the `size` bytes at `data`.
   void AddBuffer(IMFSample* sample, const std::uint8_t* data, std::size_t size);
 

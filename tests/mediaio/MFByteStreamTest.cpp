@@ -1,7 +1,6 @@
 #include "MFByteStream.h"
 
 #include <gtest/gtest.h>
-#include <mfapi.h>
 #include <wrl/client.h>
 
 #include <memory>
@@ -13,7 +12,6 @@
 namespace windowsmediafoundation {
 namespace {
 
-using aurivox_test::MemoryStream;
 using Microsoft::WRL::ComPtr;
 
 class MFByteStreamTest : public ::testing::Test {
@@ -21,11 +19,11 @@ class MFByteStreamTest : public ::testing::Test {
   void SetUp() override {
     std::vector<std::uint8_t> bytes(100);
     std::iota(bytes.begin(), bytes.end(), std::uint8_t{0});
-    stream = std::make_shared<MemoryStream>(bytes);
+    stream = std::make_shared<aurivox_test::MemoryStream>(bytes);
     ASSERT_EQ(MFByteStream::CreateInstance(stream, &byteStream), S_OK);
   }
 
-  std::shared_ptr<MemoryStream> stream;
+  std::shared_ptr<aurivox_test::MemoryStream> stream;
   ComPtr<IMFByteStream> byteStream;
 };
 
@@ -33,7 +31,6 @@ TEST_F(MFByteStreamTest, RefusesNullArgumentsAndClosesTheStreamOnce) {
   ComPtr<IMFByteStream> other;
   EXPECT_EQ(MFByteStream::CreateInstance(stream, nullptr), E_POINTER);
   EXPECT_EQ(MFByteStream::CreateInstance(nullptr, &other), E_POINTER);
-  EXPECT_EQ(other, nullptr);
   EXPECT_EQ(stream.use_count(), 2) << "only the byte stream made in SetUp keeps the stream";
   BYTE buffer[4];
   EXPECT_EQ(byteStream->BeginRead(buffer, 4, nullptr, nullptr), E_POINTER);

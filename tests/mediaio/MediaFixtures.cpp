@@ -5,10 +5,11 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <tuple>
 
 namespace aurivox_test {
 
-std::filesystem::path MediaFixturePath(const std::string& name) {
+static std::filesystem::path MediaFixturePath(const std::string& name) {
   const std::string path = AURIVOX_MEDIA_FIXTURES "/" + name;
 #ifdef _WIN32
   // Wine maps the root of the Linux file system to drive Z:.
@@ -62,10 +63,7 @@ AlignedComparison CompareAligned(const std::vector<float>& decoded, const std::v
       const std::int64_t d = static_cast<std::int64_t>(f) + lag;
       if (d >= 0 && d < decodedFrames) correlation += double{decoded[d * channels]} * reference[f * channels];
     }
-    if (correlation > best) {
-      best = correlation;
-      result.lag = lag;
-    }
+    if (correlation > best) std::tie(best, result.lag) = std::tie(correlation, lag);
   }
   double squares = 0;
   for (std::size_t f = first; f < referenceFrames; ++f) {

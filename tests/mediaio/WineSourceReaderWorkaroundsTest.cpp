@@ -57,10 +57,6 @@ TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
       << "the platform must not shut down under a running creation";
   release = true;
   EXPECT_TRUE(WaitForAbandonedCreations(std::chrono::seconds(10)));
-  EXPECT_EQ(CreateSourceReaderWithin([](IMFSourceReader**) { return E_ACCESSDENIED; }, &reader,
-                                     std::chrono::seconds(10)),
-            E_ACCESSDENIED)
-      << "a creation that returns in time passes its result on";
 }
 
 }  // namespace
