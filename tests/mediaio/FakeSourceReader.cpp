@@ -20,8 +20,7 @@ std::vector<std::uint8_t> Pcm16(const std::vector<std::int16_t>& samples) {
 
 std::optional<UINT32> Attribute(IMFAttributes* attributes, REFGUID key) {
   UINT32 value = 0;
-  if (attributes->GetUINT32(key, &value) != S_OK) return std::nullopt;
-  return value;
+  return attributes->GetUINT32(key, &value) == S_OK ? std::optional<UINT32>(value) : std::nullopt;
 }
 
 ComPtr<FakeSourceReader> FakeSourceReader::Create() {

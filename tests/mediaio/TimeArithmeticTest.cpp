@@ -17,9 +17,7 @@ TEST(TimeArithmetic, TruncatesTowardZeroAndRefusesAZeroDivisor) {
       // Ten hours at 192 kHz.
       {36'000LL * kTimeUnitsPerSecond, 192'000, 1, 36'000LL * 192'000},
   };
-  for (const auto& [time, rate, divisor, frames] : kTimeToFrames) {
-    EXPECT_EQ(TimeToFrames(time, rate, divisor), frames) << time;
-  }
+  for (const auto& [time, rate, divisor, frames] : kTimeToFrames) EXPECT_EQ(TimeToFrames(time, rate, divisor), frames);
 
   // Count, numerator and denominator: time.
   const Row kFramesPerRatio[] = {
@@ -27,9 +25,7 @@ TEST(TimeArithmetic, TruncatesTowardZeroAndRefusesAZeroDivisor) {
       {1, 25, 1, 400'000}, {1, 30'000, 1'001, 333'666}, {3, 30'000, 1'001, 1'001'000}, {-1, 3, 1, -3'333'333},
       {1, 25, 0, INT64_MIN}, {1, 0, 1, INT64_MIN},
   };
-  for (const auto& [count, numerator, denominator, time] : kFramesPerRatio) {
-    EXPECT_EQ(FramesPerRatio(count, numerator, denominator), time) << count << "/" << numerator;
-  }
+  for (const auto& [count, num, den, time] : kFramesPerRatio) EXPECT_EQ(FramesPerRatio(count, num, den), time);
 }
 
 }  // namespace

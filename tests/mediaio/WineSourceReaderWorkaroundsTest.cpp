@@ -22,9 +22,8 @@ TEST_P(RestartAndRewind, OnlyWineGetsTheSettlingReadAndTheSkippedRewind) {
   EXPECT_EQ(fake->readCalls, underWine ? 2 : 1) << "a read before release waits for the restart";
 
   fake->sourceAudio.reset();
-  fake->positions.clear();
   EXPECT_FALSE(Open());
-  EXPECT_EQ(fake->positions, underWine ? std::vector<LONGLONG>{} : std::vector<LONGLONG>{0})
+  EXPECT_EQ(fake->positions, (underWine ? std::vector<LONGLONG>{0} : std::vector<LONGLONG>{0, 0}))
       << "a reader without streams is rewound on Windows only";
 }
 
