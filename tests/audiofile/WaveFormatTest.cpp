@@ -89,7 +89,6 @@ TEST(WaveWriter, PadsAnOddLengthAndRemovesAnyUnfinishedFile) {
   WaveFormat wave;
   ASSERT_TRUE(MakeWaveFormat(Format({100}, 8000, 10), wave));
   WaveWriter writer;
-  EXPECT_FALSE(writer.Open(dir.WPath("missing/out.wav"), wave));
   ASSERT_TRUE(writer.Open(dir.WPath("odd.wav"), wave));
   ASSERT_TRUE(writer.Write("\x01\x02\x03", 3));
   ASSERT_TRUE(writer.Finalize());

@@ -7,19 +7,15 @@
 namespace windowsmediafoundation {
 namespace {
 
-std::string Message(std::uint32_t code) {
-  return orxcore::UTF16toStdString(MFErrorMessage(static_cast<std::int32_t>(code)));
-}
-
 TEST(MFErrorMessage, NamedCodesHaveThePlatformsTextsAndOthersTheDefaultInUpperCaseHex) {
-  const std::pair<std::uint32_t, const char*> kCases[] = {
-      {0x80004005, "Unspecified failure"},
-      {0xC00DA7FD, "The hardware stream is not connected yet."},
+  const std::pair<std::uint32_t, const char16_t*> kCases[] = {
+      {0x80004005, u"Unspecified failure"},
+      {0xC00DA7FD, u"The hardware stream is not connected yet."},
       // Near neighbours of a named code.
-      {0xC00D36E6, "The requested attribute was not found."},
-      {0x800D36E6, "Media Foundation returned error 0x800D36E6"},
-      {0x000D36E6, "Media Foundation returned error 0xD36E6"}};
-  for (const auto& [code, text] : kCases) EXPECT_EQ(Message(code), text) << std::hex << code;
+      {0xC00D36E6, u"The requested attribute was not found."},
+      {0x800D36E6, u"Media Foundation returned error 0x800D36E6"},
+      {0x000D36E6, u"Media Foundation returned error 0xD36E6"}};
+  for (const auto& [code, text] : kCases) EXPECT_EQ(MFErrorMessage(code), text) << std::hex << code;
 }
 
 TEST(MFErrorMessage, TraceLinesOnlyWhenTheSiteIsOn) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace vectorkernels {
 namespace {
 
@@ -57,17 +59,9 @@ constexpr CpuFeatureMask kNoAvxState = kAll & ~kFeatureAvxState;
 constexpr CpuFeatureMask kNoZmmState = kAll & ~kFeatureAvx512State;
 constexpr CpuFeatureMask kNotZmmUsers = kFeatureMpx | kFeatureAvx512Ifma | kFeatureCoprocessor;
 
-struct Choice {
-  const char* name;
-  CpuFeatureMask requested, detected;
-  std::int32_t level;
-  CpuFeatureMask enabled;
-  VectorStatus status;
-};
-
 // Where a wrong mask would pick another level or leave a group incomplete:
 // the rest of a group is added with status 51, a warning replaces that note.
-const Choice kChoices[] = {
+const std::tuple<const char*, CpuFeatureMask, CpuFeatureMask, std::int32_t, CpuFeatureMask, VectorStatus> kChoices[] = {
     {"AVX-512 selecting bits", 0x7300000, kAll, 5, 0x73081DF, StatusIncompleteFeatureSet},
     {"AVX-512 without VL", 0x33081DF, kAll, 4, 0x33081DF, StatusOk},
     {"AVX2 selecting bit", 0x8000, kAll, 4, 0x81DF, StatusIncompleteFeatureSet},
@@ -89,11 +83,11 @@ const Choice kChoices[] = {
 };
 
 TEST(ChooseDispatchLevel, LevelFeaturesAndStatus) {
-  for (const Choice& c : kChoices) {
-    const DispatchChoice choice = ChooseDispatchLevel(c.requested, c.detected);
-    EXPECT_EQ(choice.level, c.level) << c.name;
-    EXPECT_EQ(choice.enabledFeatures, c.enabled) << c.name << std::hex << " got 0x" << choice.enabledFeatures;
-    EXPECT_EQ(choice.status, c.status) << c.name;
+  for (const auto& [name, requested, detected, level, enabled, status] : kChoices) {
+    const DispatchChoice choice = ChooseDispatchLevel(requested, detected);
+    EXPECT_EQ(choice.level, level) << name;
+    EXPECT_EQ(choice.enabledFeatures, enabled) << name << std::hex << " got 0x" << choice.enabledFeatures;
+    EXPECT_EQ(choice.status, status) << name;
   }
 }
 
