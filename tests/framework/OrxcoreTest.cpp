@@ -37,8 +37,7 @@ TEST(String, ReplaceFillsPlaceholdersByNumberAndKeepsThoseWithNothingPutIn) {
 
 TEST(String, NumbersToTextAndBack) {
   const std::tuple<double, int, int, const char16_t*> kTexts[] = {
-      {29.97002997, 1, 2, u"29.97"}, {25.0, 1, 2, u"25.0"}, {0.5, 4, 3, u"0.500"},
-      {2.5, -1, 0, u"2"},            {100.0, 0, 1, u"100"}};
+      {25.0, 1, 2, u"25.0"}, {0.5, 4, 3, u"0.500"}, {2.5, -1, 0, u"2"}, {100.0, 0, 1, u"100"}};
   for (const auto& [value, least, most, text] : kTexts) EXPECT_EQ(NumberToString(value, least, most), text) << value;
   const std::tuple<const char16_t*, bool, std::int32_t> kNumbers[] = {
       {u"+12", true, 12},        {u"-2147483648", true, INT32_MIN}, {u"2147483647", true, INT32_MAX},

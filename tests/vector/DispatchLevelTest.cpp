@@ -41,13 +41,8 @@ const Registers kProcessors[] = {
 
 TEST(DecodeCpuFeatures, RegistersToFeatures) {
   for (const Registers& r : kProcessors) {
-    CpuIdSnapshot s;
-    s.leaf0.eax = r.maxLeaf;
-    s.leaf1 = {r.leaf1Eax, 0, r.leaf1Ecx, r.leaf1Edx};
-    s.leaf7 = {0, r.leaf7Ebx, r.leaf7Ecx, 0};
-    s.leaf80000000.eax = r.maxExtended;
-    s.leaf80000001.ecx = r.ext1Ecx;
-    s.xcr0 = r.xcr0;
+    const CpuIdSnapshot s{{r.maxLeaf}, {r.leaf1Eax, 0, r.leaf1Ecx, r.leaf1Edx}, {0, r.leaf7Ebx, r.leaf7Ecx, 0},
+                          {r.maxExtended}, {0, 0, r.ext1Ecx}, r.xcr0};
     EXPECT_EQ(DecodeCpuFeatures(s), r.expected) << r.name;
   }
 }
