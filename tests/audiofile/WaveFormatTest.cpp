@@ -64,7 +64,6 @@ TEST(WaveFormat, RiffAndRf64HeadersHaveTheSameLength) {
   const auto small = MakeWaveHeader(wave, 1000);
   EXPECT_EQ(TagAt(small, 0) + TagAt(small, 12) + TagAt(small, small.size() - 8), "RIFFJUNKdata");
   EXPECT_EQ(LittleEndianAt(small, 4, 4), small.size() - 8 + 1000);
-  EXPECT_EQ(LittleEndianAt(small, small.size() - 4, 4), 1000u);
 
   const std::uint64_t fiveGiB = 5ull << 30;
   const auto large = MakeWaveHeader(wave, fiveGiB);

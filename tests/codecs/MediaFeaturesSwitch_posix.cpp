@@ -6,8 +6,6 @@ namespace {
 bool g_featuresPresent = false;
 }  // namespace
 
-namespace Aurivox {
-bool MediaFeaturesPresent() { return g_featuresPresent; }
-}  // namespace Aurivox
+bool Aurivox::MediaFeaturesPresent() { return g_featuresPresent; }
 
 void aurivox_test::MediaFeaturesSwitch::Set(bool present) { g_featuresPresent = present; }

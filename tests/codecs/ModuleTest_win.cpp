@@ -14,7 +14,6 @@ bool MediaFoundationRunning() {
 // A host may nest Initialize and Terminate; only the last Terminate stops the
 // platform, and a balanced run can start it again.
 TEST(Module, FirstInitializeStartsAndLastTerminateStopsMediaFoundation) {
-  ASSERT_FALSE(MediaFoundationRunning());
   Aurivox::Initialize();
   EXPECT_TRUE(MediaFoundationRunning());
   Aurivox::Initialize();

@@ -21,8 +21,7 @@ Guid OnAttributeBase(std::uint32_t code) {
 
 TEST(SubtypeDescription, AudioHasTheLastMatchingRowOrTheGuidInBraces) {
   const std::pair<Guid, const char16_t*> kCases[] = {
-      {Subtype(0x0001), u"PCM"},
-      {kMediaSubtypeBase, u"IEC 60958 PCM"},
+      {Subtype(0x0001), u"PCM"}, {kMediaSubtypeBase, u"IEC 60958 PCM"},
       {{0xE06D802C, 0xDB46, 0x11CF, {0xB4, 0xD1, 0x00, 0x80, 0x5F, 0x6C, 0xBB, 0xEA}}, u"Dolby Digital (AC-3)"},
       {Guid{}, u""},  // the closing row
       {Subtype(0x704F), u"Unknown Audio Format: {0000704F-0000-0010-8000-00AA00389B71}"}};
@@ -42,8 +41,7 @@ TEST(SubtypeDescription, VideoHasTheFirstMatchingRowOrFourCharactersOrTheGuidThe
       {OnAttributeBase(0x807F41FF), 0, 0, 0, 0, u"Unknown Video Format: '?\x7F" "A?'"},
       {nearlyOnAttributeBase, 0, 0, 0, 0, u"Unknown Video Format: {61766331-767A-494D-B478-F29D25DC9036}"},
       {h264, 1920, 1080, 30000, 1001, u"H.264, 1920 x 1080, (29.97)"},
-      {h264, 4294967295u, 0, 1, 1, u"H.264"},
-      {h264, 1920, 0, 1, 2, u"H.264, (0.5)"}};
+      {h264, 4294967295u, 0, 1, 1, u"H.264"}, {h264, 1920, 0, 1, 2, u"H.264, (0.5)"}};
   for (const auto& [subtype, width, height, numerator, denominator, text] : kCases) {
     EXPECT_EQ(DescribeVideoSubtype(subtype, width, height, numerator, denominator), text);
   }
@@ -51,8 +49,7 @@ TEST(SubtypeDescription, VideoHasTheFirstMatchingRowOrFourCharactersOrTheGuidThe
 
 TEST(MFErrorMessage, NamedCodesHaveThePlatformsTextsAndOthersTheDefaultInUpperCaseHex) {
   const std::pair<std::uint32_t, const char16_t*> kCases[] = {
-      {0x80004005, u"Unspecified failure"},
-      {0xC00DA7FD, u"The hardware stream is not connected yet."},
+      {0x80004005, u"Unspecified failure"}, {0xC00DA7FD, u"The hardware stream is not connected yet."},
       // Near neighbours of a named code.
       {0xC00D36E6, u"The requested attribute was not found."},
       {0x800D36E6, u"Media Foundation returned error 0x800D36E6"},

@@ -7,8 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <random>
-#include <string>
+#include <numeric>
 #include <vector>
 
 #include "DispatchLevel.h"
@@ -20,11 +19,6 @@ namespace {
 
 constexpr std::size_t kGuardBytes = 64;
 constexpr std::size_t kLine = 32;
-
-// Deliberately possibly misaligned: the kernels accept any byte address.
-std::uint32_t* At(std::vector<unsigned char>& bytes, std::size_t offset) {
-  return reinterpret_cast<std::uint32_t*>(bytes.data() + offset);
-}
 
 class XorVariantTest : public ::testing::TestWithParam<std::int32_t> {};
 
@@ -39,25 +33,26 @@ TEST_P(XorVariantTest, EveryByteOffsetAndTailLengthLeavingTheGuardsAloneAndBadAr
     for (std::size_t offset = kGuardBytes; offset < kGuardBytes + kLine; ++offset) {
       for (std::int32_t length : lengths) {
         std::vector<unsigned char> actual(2 * kGuardBytes + kLine + 4 * static_cast<std::size_t>(length));
-        std::minstd_rand random(value ^ length);  // a pattern that differs per case
-        for (unsigned char& byte : actual) byte = static_cast<unsigned char>(random() >> 7);
+        std::iota(actual.begin(), actual.end(), static_cast<unsigned char>(length));
         std::vector<unsigned char> expected = actual;
         for (std::int32_t i = 0; i < 4 * length; ++i) expected[offset + i] ^= value >> (8 * (i % 4));
-        ASSERT_EQ(run(value, At(actual, offset), length), StatusOk);
+        // Deliberately possibly misaligned: the kernels accept any byte address.
+        ASSERT_EQ(run(value, reinterpret_cast<std::uint32_t*>(actual.data() + offset), length), StatusOk);
         ASSERT_EQ(actual, expected) << std::hex << value << std::dec << " at " << offset << ", length " << length;
       }
     }
   }
   // The null buffer is reported before the length, and the length before a constant of 0.
   std::vector<unsigned char> untouched(kLine, 0xA5), actual = untouched;
+  std::uint32_t* const misaligned = reinterpret_cast<std::uint32_t*>(actual.data() + 1);
   EXPECT_EQ(run(0, nullptr, 0), StatusNullPointer);
-  EXPECT_EQ(run(0, At(actual, 1), 0), StatusBadLength);
-  EXPECT_EQ(run(1, At(actual, 1), std::numeric_limits<std::int32_t>::min()), StatusBadLength);
+  EXPECT_EQ(run(0, misaligned, 0), StatusBadLength);
+  EXPECT_EQ(run(1, misaligned, std::numeric_limits<std::int32_t>::min()), StatusBadLength);
   EXPECT_EQ(actual, untouched);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllLevels, XorVariantTest, ::testing::Range(0, kHighestDispatchLevel + 1),
-                         [](const auto& info) { return "Level" + std::to_string(info.param); });
+// Each instance's index is its dispatch level.
+INSTANTIATE_TEST_SUITE_P(AllLevels, XorVariantTest, ::testing::Range(0, kHighestDispatchLevel + 1));
 
 // Prints a failed check of the child process; the parent shows it on failure.
 bool Check(bool ok, const char* what) {
