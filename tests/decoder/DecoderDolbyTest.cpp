@@ -65,7 +65,7 @@ TEST_F(DecoderDolbyTest, AReadThatFailsPartWayIsReportedAsAFailedRead) {
   ASSERT_EQ(decoder.Open(UniquePath(u".wav"), nullptr), Aurivox::kResultSuccess);
   std::vector<float> left(300), right(300);
   float* channels[] = {left.data(), right.data()};
-  imImportAudioRec7 rec{/*position=*/0, /*size=*/300, channels};
+  imImportAudioRec7 rec{/*position=*/0, /*size=*/300, channels, /*reserved0=*/{}};
   EXPECT_EQ(decoder.ReadAudio(&rec), Aurivox::kResultReadFailed);
 }
 
