@@ -19,14 +19,6 @@ std::string Utf8(const orxcore::WString& path) { return orxcore::UTF16toStdStrin
 
 std::string Fixture(const std::string& name) { return Utf8(aurivox_test::MediaFixtureWPath(name)); }
 
-// Exit status and what went to standard output.
-std::pair<int, std::string> Check(const Arguments& args) {
-  lastError.clear();
-  ::testing::internal::CaptureStdout();
-  const int status = RunCheck(args);
-  return {status, ::testing::internal::GetCapturedStdout()};
-}
-
 // A byte rate of 1 in the header of the second file makes two seconds of
 // audio claim to last for days: past the real end the decoder pads with
 // zeros, and the check stops long before the claimed length.
@@ -39,7 +31,7 @@ TEST(CheckCommand, FilesAreReadToTheirLengthOrUntilOnlyPaddingComesBack) {
   aurivox_test::TempDir dir;
   const std::string claimsMore = Utf8(aurivox_test::ToWString(dir.WriteFile("claims-more.wav", wave)));
 
-  const auto [status, out] = Check({"--json", Fixture("pcm_s24.wav"), claimsMore});
+  const auto [status, out] = RunCaptured(RunCheck, {"--json", Fixture("pcm_s24.wav"), claimsMore});
   EXPECT_EQ(status, kExitOk);
   const Json run = Json::parse(out);
   const Json& whole = run["files"][0];
@@ -54,7 +46,7 @@ TEST(CheckCommand, FilesAreReadToTheirLengthOrUntilOnlyPaddingComesBack) {
 
   // Text, without a time bound, and paths after "--" that start with a dash;
   // the seconds each file took left out.
-  const std::string text = Check({"--timeout-free", Fixture("video_only.mp4"), "--", "-x.wav"}).second;
+  const auto text = RunCaptured(RunCheck, {"--timeout-free", Fixture("video_only.mp4"), "--", "-x.wav"}).second;
   EXPECT_EQ(std::regex_replace(text, std::regex("; [0-9.]+ s\n"), "\n"),
             Fixture("video_only.mp4") + ": decoded: open 0 (success); no audio to read\n" +
                 "-x.wav: refused at open: open 2 (the media reader could not open the file or set up its audio); "
@@ -62,11 +54,11 @@ TEST(CheckCommand, FilesAreReadToTheirLengthOrUntilOnlyPaddingComesBack) {
 }
 
 TEST(CheckCommand, UsageErrors) {
-  EXPECT_EQ(Check({}).first, kExitUsage);
+  EXPECT_EQ(RunCaptured(RunCheck, {}).first, kExitUsage);
   EXPECT_EQ(lastError, "check: missing PATH");
-  EXPECT_EQ(Check({"--json", "--fast", "a.wav"}).first, kExitUsage);
+  EXPECT_EQ(RunCaptured(RunCheck, {"--json", "--fast", "a.wav"}).first, kExitUsage);
   EXPECT_EQ(lastError, "check: unknown option '--fast'");
-  const auto help = Check({"a.wav", "--help"});
+  const auto help = RunCaptured(RunCheck, {"a.wav", "--help"});
   EXPECT_EQ(help.first, kExitOk);
   EXPECT_EQ(help.second.rfind("Usage: aurivox check [--json]", 0), 0u);
 }

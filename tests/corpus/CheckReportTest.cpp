@@ -8,13 +8,16 @@
 namespace aurivox_tool {
 namespace {
 
-FileCheck Decoded(std::int64_t frames) {
+// A file of `frames` frames, read whole, or for 4096 frames when the last
+// read gave `readResult`.
+FileCheck Opened(std::int64_t frames, int readResult = 0) {
   FileCheck check;
   check.path = "a.wav";
   check.channels = 2;
   check.durationFrames = frames;
-  check.framesRead = frames;
+  check.framesRead = readResult == 0 ? frames : 4096;
   check.readAttempted = true;
+  check.readResult = readResult;
   check.seconds = 0.25;
   return check;
 }
@@ -27,29 +30,22 @@ FileCheck Refused(int code) {
   return check;
 }
 
-FileCheck FailedRead(int code) {
-  FileCheck check = Decoded(88200);
-  check.framesRead = 4096;
-  check.readResult = code;
-  return check;
-}
-
 TEST(CheckReport, EachOutcomeIsWordedAndCounted) {
   FileCheck silent;  // a file without audio is opened and has nothing to read
   silent.path = "video.mp4";
-  FileCheck padded = Decoded(1 << 30);
+  FileCheck padded = Opened(1 << 30);
   padded.framesRead = 4194304 + 100;
   padded.stoppedOnZeros = true;
   FileCheck empty = Refused(2);
   empty.inputProblem = "the file is empty";
-  FileCheck hung = FailedRead(77);
+  FileCheck hung = Opened(88200, 77);
   hung.hung = true;
   const std::pair<FileCheck, std::string> kCases[] = {
-      {Decoded(88200), "a.wav: decoded: open 0 (success); 88200 of 88200 frames read; read 0 (success); 0.25 s"},
-      {FailedRead(33),
+      {Opened(88200), "a.wav: decoded: open 0 (success); 88200 of 88200 frames read; read 0 (success); 0.25 s"},
+      {Opened(88200, 33),
        "a.wav: failed while reading: open 0 (success); 4096 of 88200 frames read; read 33 (reading the audio "
        "failed); 0.25 s"},
-      {FailedRead(34),
+      {Opened(88200, 34),
        "a.wav: failed while reading: open 0 (success); 4096 of 88200 frames read; read 34 (unknown result); "
        "0.25 s; RESULT OUTSIDE THE DOCUMENTED CODES"},
       {silent, "video.mp4: decoded: open 0 (success); no audio to read; 0.00 s"},
@@ -79,7 +75,7 @@ TEST(CheckReport, EachOutcomeIsWordedAndCounted) {
 }
 
 TEST(CheckReport, JsonOfEachOutcome) {
-  EXPECT_EQ(CheckLineJson(Decoded(10)),
+  EXPECT_EQ(CheckLineJson(Opened(10)),
             R"({"path":"a.wav","outcome":"decoded","open":{"code":0,"meaning":"success"},"channels":2,)"
             R"("durationFrames":10,"framesRead":10,"read":{"code":0,"meaning":"success"},"stoppedOnZeros":false,)"
             R"("documented":true,"seconds":0.25})");
