@@ -38,7 +38,6 @@ TEST(CheckCommand, FilesAreReadToTheirLengthOrUntilOnlyPaddingComesBack) {
   const Json& padded = run["files"][1];
   EXPECT_EQ(whole["framesRead"], 88200) << whole;
   EXPECT_EQ(whole["stoppedOnZeros"], false) << whole;
-  EXPECT_EQ(padded["outcome"], "decoded") << padded;
   EXPECT_EQ(padded["stoppedOnZeros"], true) << padded;
   EXPECT_GE(padded["framesRead"], 4194304 + 88200) << padded;
   EXPECT_LT(padded["framesRead"], padded["durationFrames"]) << padded;

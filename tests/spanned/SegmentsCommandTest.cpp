@@ -18,8 +18,7 @@ TEST(SegmentsCommand, ListsTheShotOfASegmentAsLinesOrJson) {
   aurivox_test::RecordingTree tree;
   tree.WritePlaylist("00001.MPL", {{"00001", kNewShot}, {"00002", kSameShot}, {"00003", kNewShot}});
   for (const char* name : {"00001.MTS", "00002.MTS", "00003.MTS"}) tree.WriteStream(name);
-  const std::string first = Utf8(tree.Path("STREAM/00001.MTS"));
-  const std::string second = Utf8(tree.Path("STREAM/00002.MTS"));
+  const std::string first = Utf8(tree.Path("STREAM/00001.MTS")), second = Utf8(tree.Path("STREAM/00002.MTS"));
   EXPECT_EQ(RunCaptured(RunSegments, {second}), std::make_pair(kExitOk, first + "\n" + second + "\n"));
 
   const std::string third = Utf8(tree.Path("STREAM/00003.MTS"));
