@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
-#include <ostream>
 
 #include "MediaFixtures.h"
 #include "PlatformExpectations.h"
@@ -83,12 +82,6 @@ Bytes DecodeInterleaved(Aurivox::Decoder& decoder) {
   return out;
 }
 
-Bytes DecodeFile(const orxcore::WString& path) {
-  Aurivox::Decoder decoder;
-  EXPECT_EQ(decoder.Open(path, nullptr), Aurivox::kResultSuccess);
-  return DecodeInterleaved(decoder);
-}
-
 // Frames [first, first + count) of one channel of the 16-bit stereo
 // fixture, as FFmpeg decodes it.
 Bytes Reference(std::uint32_t channel, std::uint32_t first, std::uint32_t count) {
@@ -110,8 +103,7 @@ struct Delivery {
   // 109 at the sides (FFmpeg's AC-3 layout names the side speakers).
   std::int32_t surroundLabel = 104;
 };
-constexpr Delivery kU8{kPcm, 10, 2}, kS16{kPcm, 20, 3}, kS24{kPcm, 30, 4}, kS32{kPcm, 40, 6};
-constexpr Delivery kF32{kFloat, 0, 12};
+constexpr Delivery kU8{kPcm, 10, 2}, kS16{kPcm, 20, 3}, kS24{kPcm, 30, 4}, kS32{kPcm, 40, 6}, kF32{kFloat, 0, 12};
 
 struct MediaCase {
   const char* file;
@@ -122,14 +114,8 @@ struct MediaCase {
   Delivery decodedType;          // where the platform reports the decoded type
   Delivery ownCodec;             // where it reports the file's own codec
   bool split = false;            // also decoded from every segment of a split recording
+  bool transportStream = false;
 };
-
-std::ostream& operator<<(std::ostream& out, const MediaCase& c) { return out << c.file; }
-
-// Whether this platform half reads `file` at all.
-bool Readable(const std::string& file) {
-  return aurivox_test::kReadsTransportStreams || file.find(".m2ts") == std::string::npos;
-}
 
 // Compressed audio is delivered as float where the file's codec shows, and
 // in the decoded type's width where that type shows instead.
@@ -145,15 +131,16 @@ const MediaCase kCases[] = {
     {"surround51.m4a", "surround51.m4a.f32le", 6, 48000, false, kF32, {kAac, 0, 12}},
     {"surround51.ac3", "surround51.ac3.f32le", 6, 48000, false, kF32, {kAc3, 0, 12, 109}},
     {"video_aac.mp4", "video_aac.mp4.f32le", 2, 48000, false, kF32, {kAac, 0, 12}},
-    {"shot_ac3.m2ts", "shot_ac3.m2ts.f32le", 6, 48000, false, kF32, {kAc3, 0, 12, 109}, true},
-    {"shot_lpcm.m2ts", "shot_lpcm.m2ts.s24le", 2, 48000, true, kS24, kS24, true},
+    {"shot_ac3.m2ts", "shot_ac3.m2ts.f32le", 6, 48000, false, kF32, {kAc3, 0, 12, 109}, true, true},
+    {"shot_lpcm.m2ts", "shot_lpcm.m2ts.s24le", 2, 48000, true, kS24, kS24, true, true},
 };
 
 class DecoderMediaTest : public ::testing::TestWithParam<MediaCase> {};
 
 TEST_P(DecoderMediaTest, ReportsTheFormatAndDeliversTheSamplesFFmpegDecodes) {
   const MediaCase& c = GetParam();
-  if (!Readable(c.file)) GTEST_SKIP() << "no transport streams here";
+  SCOPED_TRACE(c.file);
+  if (c.transportStream && !aurivox_test::kReadsTransportStreams) GTEST_SKIP() << "no transport streams here";
   const Delivery& expected = aurivox_test::kReportsTheFilesOwnCodec ? c.ownCodec : c.decodedType;
   Aurivox::Decoder decoder;
   imFileInfoRec8 info;
@@ -202,7 +189,9 @@ TEST_P(DecoderMediaTest, ReportsTheFormatAndDeliversTheSamplesFFmpegDecodes) {
     aurivox_test::RecordingTree tree;
     tree.WriteSplitRecording(source, {33, source.size() / 2 + 1});
     for (const char* segment : {"STREAM/00012.MTS", "STREAM/00013.MTS", "STREAM/00011.MTS"}) {
-      const auto split = aurivox_test::SamplesAsFloat(DecodeFile(tree.Path(segment)), width, expected.sampleType == 0);
+      Aurivox::Decoder part;
+      ASSERT_EQ(part.Open(tree.Path(segment), nullptr), Aurivox::kResultSuccess) << segment;
+      const auto split = aurivox_test::SamplesAsFloat(DecodeInterleaved(part), width, expected.sampleType == 0);
       ASSERT_EQ(split.size(), asFloat.size()) << segment;
       float worst = 0;
       for (std::size_t i = 0; i < split.size(); ++i) worst = std::max(worst, std::abs(split[i] - asFloat[i]));
@@ -266,26 +255,20 @@ TEST(DecoderRead, ASecondOpenKeepsTheFirstFileAndReadsAreSequentialThroughEveryC
   EXPECT_EQ(last.bytes(0, 1600, 2400), Bytes(2400, 0));
   EXPECT_EQ(last.bytes(1, 0, 4000), Bytes(4000, 0xAB)) << "a null channel buffer is left alone";
   // Past the end every read succeeds with zeros.
-  HostBuffers after(2, 10);
-  ASSERT_EQ(ReadBlock(decoder, after, 10), Aurivox::kResultSuccess);
-  EXPECT_EQ(after.bytes(1, 0, 40), Bytes(40, 0));
+  ASSERT_EQ(ReadBlock(decoder, last, 10), Aurivox::kResultSuccess);
+  EXPECT_EQ(last.bytes(0, 0, 40), Bytes(40, 0));
 }
 
 // A failed open keeps the platform object, and the next recording opened
 // replaces the stream of the failed one.
-TEST(DecoderOpen, AMissingFirstSegmentOrPlaylistFailsTheOpenOfARecording) {
+TEST(DecoderOpen, AMissingFirstSegmentFailsTheOpenOfARecording) {
   const aurivox_test::RecordingTree broken, good;
   broken.WriteSplitRecording(ReadMediaFixture("pcm_s16.wav"), {1000, 2000});
   good.WriteSplitRecording(ReadMediaFixture("pcm_s16.wav"), {1001});
   broken.Remove("STREAM/00011.MTS");
   Aurivox::Decoder decoder;
   EXPECT_EQ(decoder.Open(broken.Path("STREAM/00012.MTS"), nullptr), Aurivox::kResultOpenFailed);
-  // The recording is recognised, but no playlist names the clip: an empty
-  // stream, which the platform's reader refuses.
-  broken.Remove("PLAYLIST/00011.MPL");
-  EXPECT_EQ(decoder.Open(broken.Path("STREAM/00012.MTS"), nullptr), Aurivox::kResultOpenFailed);
   ASSERT_EQ(decoder.Open(good.Path("STREAM/00012.MTS"), nullptr), Aurivox::kResultSuccess);
-  EXPECT_EQ(decoder.GetDuration(), kFrames);
   HostBuffers buffers(2, 100);
   ASSERT_EQ(ReadBlock(decoder, buffers, 100), Aurivox::kResultSuccess);
   EXPECT_EQ(buffers.bytes(1, 0, 200), Reference(1, 0, 100));
@@ -300,10 +283,9 @@ TEST(DecoderOpen, BadArgumentsFilesThatCannotBeOpenedAndFilesWithoutAudio) {
   imFileOpenRec8 rec{};
   EXPECT_EQ(decoder.Open(&rec), Aurivox::kResultBadArgument);
 
-  for (const auto& path : {MediaFixtureWPath("missing.wav"), MediaFixtureWPath("not_media.bin")}) {
-    rec.filePath = path.c_str();
-    EXPECT_EQ(decoder.Open(&rec), Aurivox::kResultOpenFailed) << orxcore::UTF16toStdString(path);
-  }
+  const orxcore::WString notMedia = MediaFixtureWPath("not_media.bin");
+  rec.filePath = notMedia.c_str();
+  EXPECT_EQ(decoder.Open(&rec), Aurivox::kResultOpenFailed);
   // A file without audio opens, and stays open: an audio file opened next
   // changes nothing.
   imFileInfoRec8 info{};

@@ -11,8 +11,7 @@ using aurivox_test::kSameShot;
 using aurivox_test::RecordingTree;
 using Paths = std::vector<orxcore::WString>;
 
-class SegmentDiscovery : public ::testing::Test {
- protected:
+struct SegmentDiscovery : ::testing::Test {
   Paths Streams(std::initializer_list<const char*> names) const {
     Paths out;
     for (const char* name : names) out.push_back(tree_.Path(std::string("STREAM/") + name));

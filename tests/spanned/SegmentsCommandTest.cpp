@@ -22,12 +22,9 @@ TEST(SegmentsCommand, ListsTheShotOfASegmentAsLinesOrJson) {
   EXPECT_EQ(RunCaptured(RunSegments, {second}), std::make_pair(kExitOk, first + "\n" + second + "\n"));
 
   const std::string third = Utf8(tree.Path("STREAM/00003.MTS"));
-  const auto json = RunCaptured(RunSegments, {"--json", third});
-  EXPECT_EQ(json.first, kExitOk);
-  EXPECT_EQ(Json::parse(json.second), Json::array({third})) << json.second;
+  EXPECT_EQ(Json::parse(RunCaptured(RunSegments, {"--json", third}).second), Json::array({third}));
 
   const std::string plain = Utf8(aurivox_test::ToWString(tree.dir().WriteFile("plain.mts", "x")));
-  EXPECT_EQ(RunCaptured(RunSegments, {plain}), std::make_pair(kExitOk, std::string()));
   EXPECT_EQ(RunCaptured(RunSegments, {plain, "--json"}), std::make_pair(kExitOk, std::string("[]\n")));
   EXPECT_EQ(RunCaptured(RunSegments, {Utf8(tree.Path("STREAM/00009.MTS"))}).first, kExitFailure);
   EXPECT_NE(lastError.find("no such file"), std::string::npos) << lastError;

@@ -37,9 +37,8 @@ std::filesystem::path TempDir::WriteFile(const std::string& relative, const std:
 }
 
 std::filesystem::path TempDir::MakeDir(const std::string& relative) const {
-  const auto dir = Path(relative);
-  std::filesystem::create_directories(dir);
-  return dir;
+  std::filesystem::create_directories(Path(relative));
+  return Path(relative);
 }
 
 orxcore::WString ToWString(const std::filesystem::path& path) { return orxcore::UTF8to16(path.u8string()); }

@@ -3,7 +3,6 @@
 // the last message back.
 #pragma once
 
-#include <string>
 #include <utility>
 
 #include "Commands.h"
