@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <ostream>
 
 #include "MediaFixtures.h"
 #include "PlatformExpectations.h"
@@ -117,6 +118,8 @@ struct MediaCase {
   bool transportStream = false;
 };
 
+std::ostream& operator<<(std::ostream& out, const MediaCase& c) { return out << c.file; }
+
 // Compressed audio is delivered as float where the file's codec shows, and
 // in the decoded type's width where that type shows instead.
 const MediaCase kCases[] = {
@@ -139,7 +142,6 @@ class DecoderMediaTest : public ::testing::TestWithParam<MediaCase> {};
 
 TEST_P(DecoderMediaTest, ReportsTheFormatAndDeliversTheSamplesFFmpegDecodes) {
   const MediaCase& c = GetParam();
-  SCOPED_TRACE(c.file);
   if (c.transportStream && !aurivox_test::kReadsTransportStreams) GTEST_SKIP() << "no transport streams here";
   const Delivery& expected = aurivox_test::kReportsTheFilesOwnCodec ? c.ownCodec : c.decodedType;
   Aurivox::Decoder decoder;
