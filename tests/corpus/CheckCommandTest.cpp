@@ -42,6 +42,7 @@ TEST(CheckCommand, FilesAreReadToTheirLengthOrUntilOnlyPaddingComesBack) {
   EXPECT_EQ(run["summary"]["decoded"], 2) << run;
   EXPECT_EQ(RunCaptured(RunCheck, {}).first, kExitUsage) << "no path";
   EXPECT_EQ(RunCaptured(RunCheck, {"--json", "--fast", "a.wav"}).first, kExitUsage) << "an unknown option";
+  EXPECT_EQ(RunCaptured(RunCheck, {"a.wav", "--help"}).first, kExitOk) << "help, wherever it stands";
 
   // Text, without a time bound, and paths after "--" that start with a dash;
   // the seconds each file took left out.
