@@ -34,7 +34,7 @@ TEST(CheckReport, EachOutcomeIsWordedAndCountedAsTextAndJson) {
   FileCheck padded = Opened(1 << 30);
   padded.framesRead = 4194304 + 100;
   padded.stoppedOnZeros = true;
-  FileCheck empty = Refused(99);
+  FileCheck empty = Refused(2);
   empty.inputProblem = "the file is empty";
   FileCheck hung = Opened(88200, 77);
   hung.hung = true;
@@ -50,7 +50,7 @@ TEST(CheckReport, EachOutcomeIsWordedAndCountedAsTextAndJson) {
       {padded,
        "a.wav: decoded: open 0 (success); 4194404 of 1073741824 frames read, stopped after a long run of "
        "zeros; read 0 (success); 0.25 s"},
-      {empty, "b.m4a: refused at open: open 99 (the file could not be opened (bad path or unsupported file)); "
+      {empty, "b.m4a: refused at open: open 2 (the media reader could not open the file or set up its audio); "
               "the file is empty; 0.00 s"},
       {Refused(4), "b.m4a: refused at open: open 4 (unknown result); 0.00 s; RESULT OUTSIDE THE DOCUMENTED CODES"},
       {hung, "a.wav: hung: still running after 0.25 s, 4096 frames read"},
@@ -62,10 +62,10 @@ TEST(CheckReport, EachOutcomeIsWordedAndCountedAsTextAndJson) {
   }
   // A hang is counted as a hang, whatever its codes.
   EXPECT_EQ(summary.Text(),
-            "8 files: 3 decoded, 2 refused at open (4: 1, 99: 1), 2 failed while reading (33: 1, 34: 1), 1 hung; "
+            "8 files: 3 decoded, 2 refused at open (2: 1, 4: 1), 2 failed while reading (33: 1, 34: 1), 1 hung; "
             "2 ended with a code outside 0, 2, 3, 5, 9, 33, 99");
   EXPECT_EQ(summary.Json(),
-            R"({"files":8,"decoded":3,"refusedAtOpen":2,"refusedByCode":{"4":1,"99":1},)"
+            R"({"files":8,"decoded":3,"refusedAtOpen":2,"refusedByCode":{"2":1,"4":1},)"
             R"("failedWhileReading":2,"failedByCode":{"33":1,"34":1},"hung":1,"outsideDocumentedCodes":2})");
   CheckSummary one;
   one.Add(Refused(4));
@@ -78,6 +78,7 @@ TEST(CheckReport, EachOutcomeIsWordedAndCountedAsTextAndJson) {
             R"({"path":"a.wav","outcome":"decoded","open":{"code":0,"meaning":"success"},"channels":2,)"
             R"("durationFrames":10,"framesRead":10,"read":{"code":0,"meaning":"success"},"stoppedOnZeros":false,)"
             R"("documented":true,"seconds":0.25})");
+  empty.openResult = 99;
   const std::string refusedJson = CheckLineJson(empty);
   EXPECT_NE(refusedJson.find(R"x("open":{"code":99,"meaning":"the file could not be opened (bad path or )x"
                              R"x(unsupported file)"},"problem":"the file is empty","channels":0,)x"

@@ -8,7 +8,6 @@ namespace {
 
 using aurivox_test::kNewShot;
 using aurivox_test::kSameShot;
-using aurivox_test::RecordingTree;
 using Paths = std::vector<orxcore::WString>;
 
 struct SegmentDiscovery : ::testing::Test {
@@ -23,7 +22,7 @@ struct SegmentDiscovery : ::testing::Test {
     return segments;
   }
 
-  RecordingTree tree_;
+  aurivox_test::RecordingTree tree_;
 };
 
 TEST_F(SegmentDiscovery, OpeningAnySegmentGivesItsWholeShot) {
