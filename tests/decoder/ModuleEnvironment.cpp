@@ -8,8 +8,7 @@
 
 namespace {
 
-class ModuleEnvironment : public ::testing::Environment {
- public:
+struct ModuleEnvironment : ::testing::Environment {
   void SetUp() override { Aurivox::Initialize(); }
   void TearDown() override {
     // Wine's media sources finish closing on GStreamer threads after their

@@ -1,8 +1,12 @@
-// The host's core library stand-in: strings, GUIDs, the localiser and traces.
+// The host's core library stand-in: strings, GUIDs, the localiser, traces and
+// path rules (with ZUMFoundation's).
 #include <gtest/gtest.h>
 
+#include <array>
 #include <tuple>
 
+#include "ZUM/PathUtils.h"
+#include "orxcore/File.h"
 #include "orxcore/Guid.h"
 #include "orxcore/Localizer.h"
 #include "orxcore/String.h"
@@ -33,11 +37,8 @@ TEST(String, ReplaceFillsPlaceholdersByNumberAndKeepsThoseWithNothingPutIn) {
 
 TEST(String, NumbersToTextAndBack) {
   const std::tuple<double, int, int, const char16_t*> kTexts[] = {
-      {29.97002997, 1, 2, u"29.97"}, {25.0, 1, 2, u"25.0"}, {0.5, 4, 3, u"0.500"},
-      {2.5, -1, 0, u"2"},            {100.0, 0, 1, u"100"}};
-  for (const auto& [value, minDigits, maxDigits, text] : kTexts) {
-    EXPECT_EQ(NumberToString(value, minDigits, maxDigits), text) << value;
-  }
+      {25.0, 1, 2, u"25.0"}, {0.5, 4, 3, u"0.500"}, {2.5, -1, 0, u"2"}, {100.0, 0, 1, u"100"}};
+  for (const auto& [value, least, most, text] : kTexts) EXPECT_EQ(NumberToString(value, least, most), text) << value;
   const std::tuple<const char16_t*, bool, std::int32_t> kNumbers[] = {
       {u"+12", true, 12},        {u"-2147483648", true, INT32_MIN}, {u"2147483647", true, INT32_MAX},
       {u"2147483648", false, 9}, {u"-2147483649", false, 9},        {u"0001a", false, 9},
@@ -59,13 +60,11 @@ TEST(Guid, BytesTextAndOrderFollowTheWindowsMemoryLayout) {
 
 TEST(Localizer, LoadedTranslationWinsOverTheDefault) {
   aurivox_test::TempDir dir;
-  const auto file =
-      dir.WriteFile("de.txt", "# comment\r\n$$$/a/one=Fehlender Dolby-Decoder\r\n$$$/a/two=Zeile 1\\nZeile \xC3\xBC\n");
-  Localizer& localizer = Localizer::Get();
-  ASSERT_TRUE(localizer.LoadTranslations(file.u8string()));
-  EXPECT_EQ(localizer.Localize("$$$/a/one=Missing Dolby audio decoder"), u"Fehlender Dolby-Decoder");
-  EXPECT_EQ(localizer.Localize("$$$/a/two=Two"), u"Zeile 1\nZeile \u00FC");
-  localizer.ClearTranslations();
+  const auto file = dir.WriteFile("de.txt", "# comment\r\n$$$/a/one=Eins\r\n$$$/a/two=Zeile 1\\nZeile \xC3\xBC\n");
+  ASSERT_TRUE(Localizer::Get().LoadTranslations(file.u8string()));
+  EXPECT_EQ(Localizer::Get().Localize("$$$/a/one=One"), u"Eins");
+  EXPECT_EQ(Localizer::Get().Localize("$$$/a/two=Two"), u"Zeile 1\nZeile \u00FC");
+  Localizer::Get().ClearTranslations();
 }
 
 TEST(Trace, LastMatchingRuleDecidesUpToItsLevel) {
@@ -76,6 +75,54 @@ TEST(Trace, LastMatchingRuleDecidesUpToItsLevel) {
       {"a.b.c", 1, false}, {"a.q.c", 5, true}, {"a.q.c", 6, false}};
   for (const auto& [category, level, enabled] : kCases) EXPECT_EQ(TraceEnabled(category, level), enabled) << category;
   SetTraceConfiguration("");
+}
+
+const bool kWindows = File::PreferredSeparator() == u'\\';
+
+TEST(FileName, PartsOfAPath) {
+  // Path, parent, file name, title, extension.
+  const std::array<const char16_t*, 5> kRows[] = {
+      {u"/clips/take.2.MTS", u"/clips", u"take.2.MTS", u"take.2", u".MTS"},
+      {u"/clips.d/README", u"/clips.d", u"README", u"README", u""},
+      {u"/c/.hidden", u"/c", u".hidden", u"", u".hidden"},
+      {u"/a//b", u"/a", u"b", u"b", u""},
+      {u"/a", u"/", u"a", u"a", u""},
+      // A name after a drive lies in that drive's current folder; a backslash separates only on Windows.
+      {u"C:name", kWindows ? u"C:" : u"", u"C:name", u"C:name", u""},
+      {u"C:\\B/S\\1.MTS", kWindows ? u"C:\\B/S" : u"C:\\B", kWindows ? u"1.MTS" : u"S\\1.MTS",
+       kWindows ? u"1" : u"S\\1", u".MTS"},
+      {u"C:\\BDMV", kWindows ? u"C:\\" : u"", kWindows ? u"BDMV" : u"C:\\BDMV", kWindows ? u"BDMV" : u"C:\\BDMV", u""},
+  };
+  for (const auto& [path, parent, name, title, extension] : kRows) {
+    SCOPED_TRACE(UTF16toStdString(path));
+    EXPECT_EQ(File::GetParent(path), parent);
+    EXPECT_EQ(File::GetFileName(path), name);
+    EXPECT_EQ(File::GetTitle(path), title);
+    EXPECT_EQ(File::GetExtension(path, true), extension);
+    EXPECT_EQ(File::GetExtension(path, false), WString(extension).substr(extension[0] ? 1 : 0));
+  }
+  // Joining below a folder other than the root is met by the split-recording search.
+  EXPECT_EQ(File::Combine(u"/", u"c"), u"/c");
+}
+
+TEST(FileName, TopLevelFoldersAndComparison) {
+  const std::tuple<const char16_t*, bool, bool> kRows[] = {  // path, on POSIX, on Windows
+      {u"/", true, true},       {u"C:\\", false, true},                {u"C:", false, true},
+      {u"", false, false},      {u"\\\\srv\\share\\", false, true},      {u"\\\\srv\\share\\BDMV", false, false},
+      {u"C:\\BDMV", false, false}, {u"\\\\\\share", false, false}};
+  for (const auto& [path, posix, windows] : kRows) {
+    EXPECT_EQ(File::IsTopLevelDir(path), kWindows ? windows : posix) << UTF16toStdString(path);
+  }
+  EXPECT_EQ(File::CompareFileNames(u"STREAM", u"stream") == 0, kWindows);
+  EXPECT_LT(File::CompareFileNames(u"STREAM", u"STREAMS"), 0);
+  EXPECT_EQ(ZUM::PathUtils::Win::StripUNC(u"\\\\?\\C:\\clips\\a.mts"), u"C:\\clips\\a.mts");
+  EXPECT_EQ(ZUM::PathUtils::Win::StripUNC(u"\\\\?\\UNC\\server\\share\\a.mts"), u"\\\\server\\share\\a.mts");
+}
+
+TEST(FileName, NonAsciiNamesReachTheFileSystem) {
+  aurivox_test::TempDir dir;
+  dir.WriteFile("\xC3\xBC" "ber/\xE4\xB8\xAD.mts", "x");
+  EXPECT_TRUE(File::IsRegularFile(dir.WPath("\xC3\xBC" "ber/\xE4\xB8\xAD.mts")));
 }
 
 }  // namespace

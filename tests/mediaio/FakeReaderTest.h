@@ -19,21 +19,17 @@ namespace aurivox_test {
 class FakeReaderTest : public ::testing::Test {
  protected:
   void TearDown() override {
-    reader.reset();
+    Reset();
     factory_.reset();
     orxcore::SetTraceConfiguration("");
-    ExpectReleased();
   }
 
-  void ExpectReleased() {
-    EXPECT_EQ(fake->UnreleasedObjects(), "");
-    EXPECT_EQ(fake->referenceCount(), 1u) << "the reader kept a reference to the source reader";
-  }
-
-  // Starts over with a fresh fake and reader, as a new test would.
+  // Checks that the reader let go of everything the fake handed out, then
+  // starts over with a fresh fake and reader, as a new test would.
   void Reset() {
     reader = std::make_unique<windowsmediafoundation::MFReader>();
-    ExpectReleased();
+    EXPECT_EQ(fake->UnreleasedObjects(), "");
+    EXPECT_EQ(fake->referenceCount(), 1u) << "the reader kept a reference to the source reader";
     fake = FakeSourceReader::Create();
   }
 
@@ -50,12 +46,11 @@ class FakeReaderTest : public ::testing::Test {
   // channel come back, nothing when the read fails.
   using Channels = std::vector<std::vector<std::uint8_t>>;
   Channels Read(std::int32_t frames) {
-    std::vector<float> left(frames), right(frames);
-    float* pointers[] = {left.data(), right.data()};
+    Channels channels(2, std::vector<std::uint8_t>(frames * 4));
+    float* pointers[] = {reinterpret_cast<float*>(channels[0].data()), reinterpret_cast<float*>(channels[1].data())};
     if (!reader->ReadAudioSamples(0, frames, pointers, 2)) return {};
-    const auto* l = reinterpret_cast<const std::uint8_t*>(left.data());
-    const auto* r = reinterpret_cast<const std::uint8_t*>(right.data());
-    return {{l, l + frames * 2}, {r, r + frames * 2}};
+    for (auto& channel : channels) channel.resize(frames * 2);
+    return channels;
   }
 
   // Captures trace lines of the given rules until CapturedTrace.

@@ -12,9 +12,9 @@
 
 #include <atomic>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "SourceReaderFactory.h"
@@ -24,19 +24,15 @@ namespace aurivox_test {
 // The attributes of an audio media type; an empty value leaves the attribute
 // out of the type.
 struct FakeAudioFormat {
-  FakeAudioFormat(GUID subtype = MFAudioFormat_PCM, std::optional<UINT32> channels = 2,
-                  std::optional<UINT32> samplesPerSecond = 48000, std::optional<UINT32> bitsPerSample = 16,
-                  std::optional<UINT32> avgBytesPerSecond = 192000, std::optional<UINT32> channelMask = {})
-      : subtype(subtype), channels(channels), samplesPerSecond(samplesPerSecond), bitsPerSample(bitsPerSample),
-        avgBytesPerSecond(avgBytesPerSecond), channelMask(channelMask) {}
-
-  GUID subtype;
-  std::optional<UINT32> channels, samplesPerSecond, bitsPerSample, avgBytesPerSecond, channelMask;
+  GUID subtype = MFAudioFormat_PCM;
+  std::optional<UINT32> channels = 2, samplesPerSecond = 48000, bitsPerSample = 16, avgBytesPerSecond = 192000;
+  std::optional<UINT32> channelMask;
 };
 
 // One answer of ReadSample.
 struct FakeRead {
-  FakeRead(HRESULT hr = S_OK, DWORD flags = 0) : hr(hr), flags(flags) {}
+  FakeRead(HRESULT hr = S_OK, DWORD flags = 0, std::optional<std::vector<std::uint8_t>> data = {})
+      : hr(hr), flags(flags), data(std::move(data)) {}
 
   HRESULT hr;
   DWORD flags;
@@ -52,6 +48,8 @@ struct FakeRead {
 FakeRead SampleRead(std::vector<std::uint8_t> data);
 // Interleaved 16-bit little-endian samples.
 std::vector<std::uint8_t> Pcm16(const std::vector<std::int16_t>& samples);
+// A UINT32 attribute; none unless the read answers exactly S_OK.
+std::optional<UINT32> Attribute(IMFAttributes* attributes, REFGUID key);
 
 class FakeSourceReader : public IMFSourceReader {
  public:
@@ -65,9 +63,6 @@ class FakeSourceReader : public IMFSourceReader {
   std::optional<FakeAudioFormat> sourceAudio = FakeAudioFormat{};
   // Client subtypes the decoder accepts.
   std::vector<GUID> acceptedSubtypes = {MFAudioFormat_Float, MFAudioFormat_PCM};
-  // Changes the client type the decoder settles on (which starts as the
-  // source format with the asked subtype, its width, and the proposed mask).
-  std::function<void(FakeAudioFormat&)> adjustClient;
   HRESULT getCurrentTypeHr = S_OK;  // for the audio stream's type
   HRESULT setPositionHr = S_OK;
   // ReadSample answers in order; after the last, end of stream.
@@ -106,28 +101,23 @@ class FakeSourceReader : public IMFSourceReader {
   STDMETHODIMP GetCurrentMediaType(DWORD index, IMFMediaType** type) override;
   STDMETHODIMP SetCurrentMediaType(DWORD index, DWORD* reserved, IMFMediaType* type) override;
   STDMETHODIMP SetCurrentPosition(REFGUID format, REFPROPVARIANT position) override;
-  STDMETHODIMP ReadSample(DWORD index, DWORD controlFlags, DWORD* actualIndex, DWORD* flags,
-                          LONGLONG* timestamp, IMFSample** sample) override;
+  STDMETHODIMP ReadSample(DWORD index, DWORD, DWORD*, DWORD* flags, LONGLONG*, IMFSample** sample) override;
   STDMETHODIMP Flush(DWORD) override { return E_NOTIMPL; }
   STDMETHODIMP GetServiceForStream(DWORD, REFGUID, REFIID, void**) override { return E_NOTIMPL; }
   STDMETHODIMP GetPresentationAttribute(DWORD, REFGUID, PROPVARIANT*) override { return MF_E_ATTRIBUTENOTFOUND; }
 
  private:
-  struct HandedOut {
-    Microsoft::WRL::ComPtr<IUnknown> object;
-    ULONG ownReferences;  // references left when only this fake holds it
-    const char* what;
-  };
-
-  FakeSourceReader() = default;
   virtual ~FakeSourceReader() = default;
 
-  HRESULT MakeSample(const FakeRead& read, IMFSample** sample);
+  // Adds a memory buffer holding a copy of the `size` bytes at `data`.
+  void AddBuffer(IMFSample* sample, const std::uint8_t* data, std::size_t size);
 
   std::atomic<ULONG> refCount_{1};
   std::optional<FakeAudioFormat> client_;  // the client type in force, once set
   std::size_t nextRead_ = 0;
-  std::vector<HandedOut> handedOut_;
+  // Each object handed out, the references it has when only this fake holds
+  // it, and what it is.
+  std::vector<std::tuple<Microsoft::WRL::ComPtr<IUnknown>, ULONG, const char*>> handedOut_;
 };
 
 }  // namespace aurivox_test

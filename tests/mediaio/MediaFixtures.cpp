@@ -5,10 +5,11 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <tuple>
 
 namespace aurivox_test {
 
-std::filesystem::path MediaFixturePath(const std::string& name) {
+static std::filesystem::path MediaFixturePath(const std::string& name) {
   const std::string path = AURIVOX_MEDIA_FIXTURES "/" + name;
 #ifdef _WIN32
   // Wine maps the root of the Linux file system to drive Z:.
@@ -31,23 +32,18 @@ std::vector<std::uint8_t> ReadMediaFixture(const std::string& name) {
 std::vector<float> SamplesAsFloat(const std::vector<std::uint8_t>& bytes, std::uint32_t bytesPerSample,
                                   bool isFloat) {
   std::vector<float> samples;
-  if (bytesPerSample == 0) return samples;
-  const std::size_t count = bytes.size() / bytesPerSample;
-  samples.reserve(count);
-  for (std::size_t i = 0; i < count; ++i) {
-    const std::uint8_t* sample = bytes.data() + i * bytesPerSample;
+  for (std::size_t i = 0; bytesPerSample && i + bytesPerSample <= bytes.size(); i += bytesPerSample) {
+    const std::uint8_t* sample = bytes.data() + i;
+    float value;
     if (isFloat) {
-      float value;
       std::memcpy(&value, sample, sizeof value);
-      samples.push_back(value);
-    } else if (bytesPerSample == 1) {
-      samples.push_back((sample[0] - 128) / 128.0f);
     } else {
-      // Little-endian, sign taken from the top byte.
-      std::int64_t value = static_cast<std::int8_t>(sample[bytesPerSample - 1]);
-      for (int b = static_cast<int>(bytesPerSample) - 2; b >= 0; --b) value = value * 256 + sample[b];
-      samples.push_back(static_cast<float>(value / std::ldexp(1.0, 8 * static_cast<int>(bytesPerSample) - 1)));
+      // Little-endian, sign taken from the top byte; 8-bit samples are unsigned.
+      std::int64_t word = bytesPerSample == 1 ? sample[0] - 128 : static_cast<std::int8_t>(sample[bytesPerSample - 1]);
+      for (int b = static_cast<int>(bytesPerSample) - 2; b >= 0; --b) word = word * 256 + sample[b];
+      value = static_cast<float>(word / std::ldexp(1.0, 8 * static_cast<int>(bytesPerSample) - 1));
     }
+    samples.push_back(value);
   }
   return samples;
 }
@@ -67,10 +63,7 @@ AlignedComparison CompareAligned(const std::vector<float>& decoded, const std::v
       const std::int64_t d = static_cast<std::int64_t>(f) + lag;
       if (d >= 0 && d < decodedFrames) correlation += double{decoded[d * channels]} * reference[f * channels];
     }
-    if (correlation > best) {
-      best = correlation;
-      result.lag = lag;
-    }
+    if (correlation > best) std::tie(best, result.lag) = std::tie(correlation, lag);
   }
   double squares = 0;
   for (std::size_t f = first; f < referenceFrames; ++f) {

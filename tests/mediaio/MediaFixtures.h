@@ -12,7 +12,6 @@
 namespace aurivox_test {
 
 // A fixture's path; under Wine a Windows path ("Z:\...").
-std::filesystem::path MediaFixturePath(const std::string& name);
 orxcore::WString MediaFixtureWPath(const std::string& name);
 
 // A whole fixture file; empty when it cannot be read.

@@ -11,24 +11,20 @@
 namespace windowsmediafoundation {
 namespace {
 
-using aurivox_test::Pcm16;
-using aurivox_test::SampleRead;
-
 class RestartAndRewind : public aurivox_test::FakeReaderTest, public ::testing::WithParamInterface<bool> {};
 
 TEST_P(RestartAndRewind, OnlyWineGetsTheSettlingReadAndTheSkippedRewind) {
   const bool underWine = GetParam();
   ScopedWineDetectionForTesting detection(underWine);
-  fake->reads = {SampleRead(Pcm16({1, 2})), SampleRead(Pcm16({3, 4}))};
+  fake->reads = {aurivox_test::SampleRead({1, 2, 3, 4}), aurivox_test::SampleRead({5, 6, 7, 8})};
   ASSERT_TRUE(Open());
   EXPECT_EQ(fake->readCalls, 1) << "the priming read";
   reader = std::make_unique<MFReader>();  // the old one is released
   EXPECT_EQ(fake->readCalls, underWine ? 2 : 1) << "a read before release waits for the restart";
 
   fake->sourceAudio.reset();
-  fake->positions.clear();
   EXPECT_FALSE(Open());
-  EXPECT_EQ(fake->positions, underWine ? std::vector<LONGLONG>{} : std::vector<LONGLONG>{0})
+  EXPECT_EQ(fake->positions, (underWine ? std::vector<LONGLONG>{0} : std::vector<LONGLONG>{0, 0}))
       << "a reader without streams is rewound on Windows only";
 }
 
@@ -61,10 +57,6 @@ TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
       << "the platform must not shut down under a running creation";
   release = true;
   EXPECT_TRUE(WaitForAbandonedCreations(std::chrono::seconds(10)));
-  EXPECT_EQ(CreateSourceReaderWithin([](IMFSourceReader**) { return E_ACCESSDENIED; }, &reader,
-                                     std::chrono::seconds(10)),
-            E_ACCESSDENIED)
-      << "a creation that returns in time passes its result on";
 }
 
 // Wine's sources deadlock now and then when made at once, so under Wine

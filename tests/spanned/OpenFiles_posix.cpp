@@ -8,8 +8,7 @@ bool IsOpenInThisProcess(const std::filesystem::path& path) {
   const auto wanted = std::filesystem::weakly_canonical(path);
   std::error_code error;
   for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", error)) {
-    std::error_code ignored;
-    if (std::filesystem::read_symlink(entry.path(), ignored) == wanted) return true;
+    if (std::filesystem::read_symlink(entry.path(), error) == wanted) return true;
   }
   return false;
 }

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
 
 namespace aurivox_test {
 
@@ -52,9 +51,8 @@ void RecordingTree::WriteSplitRecording(const std::vector<std::uint8_t>& source,
   std::size_t begin = 0;
   for (std::size_t i = 0; i <= cuts.size(); ++i) {
     const std::size_t end = i < cuts.size() ? cuts[i] : source.size();
-    dir_.WriteFile("BDMV/STREAM/0001" + std::to_string(i + 1) + ".MTS",
-                   std::vector<std::uint8_t>(source.begin() + static_cast<std::ptrdiff_t>(begin),
-                                             source.begin() + static_cast<std::ptrdiff_t>(end)));
+    const std::vector<std::uint8_t> piece(source.data() + begin, source.data() + end);
+    dir_.WriteFile("BDMV/STREAM/0001" + std::to_string(i + 1) + ".MTS", piece);
     begin = end;
   }
   WriteStream("00010.MTS");

@@ -14,31 +14,19 @@ using aurivox_test::kSameShot;
 
 std::string Utf8(const orxcore::WString& path) { return orxcore::UTF16toStdString(path); }
 
-// Exit status and what went to standard output.
-std::pair<int, std::string> Segments(const Arguments& args) {
-  lastError.clear();
-  ::testing::internal::CaptureStdout();
-  const int status = RunSegments(args);
-  return {status, ::testing::internal::GetCapturedStdout()};
-}
-
 TEST(SegmentsCommand, ListsTheShotOfASegmentAsLinesOrJson) {
   aurivox_test::RecordingTree tree;
   tree.WritePlaylist("00001.MPL", {{"00001", kNewShot}, {"00002", kSameShot}, {"00003", kNewShot}});
   for (const char* name : {"00001.MTS", "00002.MTS", "00003.MTS"}) tree.WriteStream(name);
-  const std::string first = Utf8(tree.Path("STREAM/00001.MTS"));
-  const std::string second = Utf8(tree.Path("STREAM/00002.MTS"));
-  EXPECT_EQ(Segments({second}), std::make_pair(kExitOk, first + "\n" + second + "\n"));
+  const std::string first = Utf8(tree.Path("STREAM/00001.MTS")), second = Utf8(tree.Path("STREAM/00002.MTS"));
+  EXPECT_EQ(RunCaptured(RunSegments, {second}), std::make_pair(kExitOk, first + "\n" + second + "\n"));
 
   const std::string third = Utf8(tree.Path("STREAM/00003.MTS"));
-  const auto json = Segments({"--json", third});
-  EXPECT_EQ(json.first, kExitOk);
-  EXPECT_EQ(Json::parse(json.second), Json::array({third})) << json.second;
+  EXPECT_EQ(Json::parse(RunCaptured(RunSegments, {"--json", third}).second), Json::array({third}));
 
   const std::string plain = Utf8(aurivox_test::ToWString(tree.dir().WriteFile("plain.mts", "x")));
-  EXPECT_EQ(Segments({plain}), std::make_pair(kExitOk, std::string()));
-  EXPECT_EQ(Segments({plain, "--json"}), std::make_pair(kExitOk, std::string("[]\n")));
-  EXPECT_EQ(Segments({Utf8(tree.Path("STREAM/00009.MTS"))}).first, kExitFailure);
+  EXPECT_EQ(RunCaptured(RunSegments, {plain, "--json"}), std::make_pair(kExitOk, std::string("[]\n")));
+  EXPECT_EQ(RunCaptured(RunSegments, {Utf8(tree.Path("STREAM/00009.MTS"))}).first, kExitFailure);
   EXPECT_NE(lastError.find("no such file"), std::string::npos) << lastError;
 }
 

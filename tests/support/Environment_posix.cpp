@@ -4,9 +4,7 @@
 
 namespace aurivox_test {
 
-void SetEnvironment(const std::string& name, const std::string& value) {
-  setenv(name.c_str(), value.c_str(), 1);
-}
+void SetEnvironment(const std::string& name, const std::string& value) { setenv(name.c_str(), value.c_str(), 1); }
 
 ScopedTemporaryFolder::ScopedTemporaryFolder(const std::string& folder) : variable_("TMPDIR") {
   if (const char* old = getenv("TMPDIR")) previous_ = old;

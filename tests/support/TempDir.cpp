@@ -7,11 +7,9 @@ namespace aurivox_test {
 
 TempDir::TempDir() {
   std::random_device device;
-  const auto base = std::filesystem::temp_directory_path();
-  for (;;) {
-    path_ = base / ("aurivox-test-" + std::to_string(device()));
-    if (std::filesystem::create_directory(path_)) break;
-  }
+  do {
+    path_ = std::filesystem::temp_directory_path() / ("aurivox-test-" + std::to_string(device()));
+  } while (!std::filesystem::create_directory(path_));
 }
 
 TempDir::~TempDir() {
@@ -39,14 +37,11 @@ std::filesystem::path TempDir::WriteFile(const std::string& relative, const std:
 }
 
 std::filesystem::path TempDir::MakeDir(const std::string& relative) const {
-  const auto dir = Path(relative);
-  std::filesystem::create_directories(dir);
-  return dir;
+  std::filesystem::create_directories(Path(relative));
+  return Path(relative);
 }
 
-orxcore::WString ToWString(const std::filesystem::path& path) {
-  return orxcore::UTF8to16(path.u8string());
-}
+orxcore::WString ToWString(const std::filesystem::path& path) { return orxcore::UTF8to16(path.u8string()); }
 
 std::vector<std::uint8_t> ReadFileBytes(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);

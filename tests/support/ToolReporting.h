@@ -3,12 +3,16 @@
 // the last message back.
 #pragma once
 
-#include <string>
+#include <utility>
 
 #include "Commands.h"
 
 namespace aurivox_tool {
 
 extern std::string lastError;
+
+// Runs one command's entry point with lastError cleared: its exit status and
+// what it wrote to standard output.
+std::pair<int, std::string> RunCaptured(int (*command)(const Arguments&), const Arguments& args);
 
 }  // namespace aurivox_tool

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 namespace vectorkernels {
 namespace {
 
@@ -39,13 +41,8 @@ const Registers kProcessors[] = {
 
 TEST(DecodeCpuFeatures, RegistersToFeatures) {
   for (const Registers& r : kProcessors) {
-    CpuIdSnapshot s;
-    s.leaf0.eax = r.maxLeaf;
-    s.leaf1 = {r.leaf1Eax, 0, r.leaf1Ecx, r.leaf1Edx};
-    s.leaf7 = {0, r.leaf7Ebx, r.leaf7Ecx, 0};
-    s.leaf80000000.eax = r.maxExtended;
-    s.leaf80000001.ecx = r.ext1Ecx;
-    s.xcr0 = r.xcr0;
+    const CpuIdSnapshot s{{r.maxLeaf}, {r.leaf1Eax, 0, r.leaf1Ecx, r.leaf1Edx}, {0, r.leaf7Ebx, r.leaf7Ecx, 0},
+                          {r.maxExtended}, {0, 0, r.ext1Ecx}, r.xcr0};
     EXPECT_EQ(DecodeCpuFeatures(s), r.expected) << r.name;
   }
 }
@@ -57,17 +54,9 @@ constexpr CpuFeatureMask kNoAvxState = kAll & ~kFeatureAvxState;
 constexpr CpuFeatureMask kNoZmmState = kAll & ~kFeatureAvx512State;
 constexpr CpuFeatureMask kNotZmmUsers = kFeatureMpx | kFeatureAvx512Ifma | kFeatureCoprocessor;
 
-struct Choice {
-  const char* name;
-  CpuFeatureMask requested, detected;
-  std::int32_t level;
-  CpuFeatureMask enabled;
-  VectorStatus status;
-};
-
 // Where a wrong mask would pick another level or leave a group incomplete:
 // the rest of a group is added with status 51, a warning replaces that note.
-const Choice kChoices[] = {
+const std::tuple<const char*, CpuFeatureMask, CpuFeatureMask, std::int32_t, CpuFeatureMask, VectorStatus> kChoices[] = {
     {"AVX-512 selecting bits", 0x7300000, kAll, 5, 0x73081DF, StatusIncompleteFeatureSet},
     {"AVX-512 without VL", 0x33081DF, kAll, 4, 0x33081DF, StatusOk},
     {"AVX2 selecting bit", 0x8000, kAll, 4, 0x81DF, StatusIncompleteFeatureSet},
@@ -89,11 +78,11 @@ const Choice kChoices[] = {
 };
 
 TEST(ChooseDispatchLevel, LevelFeaturesAndStatus) {
-  for (const Choice& c : kChoices) {
-    const DispatchChoice choice = ChooseDispatchLevel(c.requested, c.detected);
-    EXPECT_EQ(choice.level, c.level) << c.name;
-    EXPECT_EQ(choice.enabledFeatures, c.enabled) << c.name << std::hex << " got 0x" << choice.enabledFeatures;
-    EXPECT_EQ(choice.status, c.status) << c.name;
+  for (const auto& [name, requested, detected, level, enabled, status] : kChoices) {
+    const DispatchChoice choice = ChooseDispatchLevel(requested, detected);
+    EXPECT_EQ(choice.level, level) << name;
+    EXPECT_EQ(choice.enabledFeatures, enabled) << name << std::hex << " got 0x" << choice.enabledFeatures;
+    EXPECT_EQ(choice.status, status) << name;
   }
 }
 

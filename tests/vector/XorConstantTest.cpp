@@ -7,8 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
-#include <random>
-#include <string>
+#include <numeric>
 #include <vector>
 
 #include "DispatchLevel.h"
@@ -21,56 +20,39 @@ namespace {
 constexpr std::size_t kGuardBytes = 64;
 constexpr std::size_t kLine = 32;
 
-// Bytes in a pattern that differs per seed.
-std::vector<unsigned char> Pattern(std::size_t size, std::uint32_t seed) {
-  std::minstd_rand random(seed);
-  std::vector<unsigned char> bytes(size);
-  for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() >> 7);
-  return bytes;
-}
-
-// Deliberately possibly misaligned: the kernels accept any byte address.
-std::uint32_t* At(std::vector<unsigned char>& bytes, std::size_t offset) {
-  return reinterpret_cast<std::uint32_t*>(bytes.data() + offset);
-}
-
-class XorVariantTest : public ::testing::TestWithParam<std::int32_t> {
- protected:
-  void SetUp() override {
-    const CpuFeatureMask detected = DecodeCpuFeatures(ReadCpuIdSnapshot());
-    if (!CanRunVariant(GetParam(), detected)) GTEST_SKIP() << "this processor cannot run it";
-  }
-  VectorStatus Run(std::uint32_t value, std::uint32_t* buffer, std::int32_t length) {
-    return XorConstantVariant(GetParam())(value, buffer, length);
-  }
-};
+class XorVariantTest : public ::testing::TestWithParam<std::int32_t> {};
 
 // Offsets past the front guard run through every address of a vector line,
 // wherever the allocation starts.
 TEST_P(XorVariantTest, EveryByteOffsetAndTailLengthLeavingTheGuardsAloneAndBadArgumentsReported) {
+  if (!CanRunVariant(GetParam(), DecodeCpuFeatures(ReadCpuIdSnapshot()))) GTEST_SKIP() << "not on this processor";
+  const XorConstantFunction run = XorConstantVariant(GetParam());
   std::vector<std::int32_t> lengths = {255, 256, 257, 1023, 1920, 4100};
   for (std::int32_t length = 1; length <= 200; ++length) lengths.push_back(length);
   for (std::uint32_t value : {0xFF000000u, 0x9E3779B9u, 0xFFFFFFFFu, 0x00000001u}) {
     for (std::size_t offset = kGuardBytes; offset < kGuardBytes + kLine; ++offset) {
       for (std::int32_t length : lengths) {
-        const std::size_t size = 2 * kGuardBytes + kLine + 4 * static_cast<std::size_t>(length);
-        std::vector<unsigned char> actual = Pattern(size, value ^ length), expected = actual;
+        std::vector<unsigned char> actual(2 * kGuardBytes + kLine + 4 * static_cast<std::size_t>(length));
+        std::iota(actual.begin(), actual.end(), static_cast<unsigned char>(length));
+        std::vector<unsigned char> expected = actual;
         for (std::int32_t i = 0; i < 4 * length; ++i) expected[offset + i] ^= value >> (8 * (i % 4));
-        ASSERT_EQ(Run(value, At(actual, offset), length), StatusOk);
+        // Deliberately possibly misaligned: the kernels accept any byte address.
+        ASSERT_EQ(run(value, reinterpret_cast<std::uint32_t*>(actual.data() + offset), length), StatusOk);
         ASSERT_EQ(actual, expected) << std::hex << value << std::dec << " at " << offset << ", length " << length;
       }
     }
   }
   // The null buffer is reported before the length, and the length before a constant of 0.
-  std::vector<unsigned char> untouched = Pattern(kLine, 1), actual = untouched;
-  EXPECT_EQ(Run(0, nullptr, 0), StatusNullPointer);
-  EXPECT_EQ(Run(0, At(actual, 1), 0), StatusBadLength);
-  EXPECT_EQ(Run(1, At(actual, 1), std::numeric_limits<std::int32_t>::min()), StatusBadLength);
+  std::vector<unsigned char> untouched(kLine, 0xA5), actual = untouched;
+  std::uint32_t* const misaligned = reinterpret_cast<std::uint32_t*>(actual.data() + 1);
+  EXPECT_EQ(run(0, nullptr, 0), StatusNullPointer);
+  EXPECT_EQ(run(0, misaligned, 0), StatusBadLength);
+  EXPECT_EQ(run(1, misaligned, std::numeric_limits<std::int32_t>::min()), StatusBadLength);
   EXPECT_EQ(actual, untouched);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllLevels, XorVariantTest, ::testing::Range(0, kHighestDispatchLevel + 1),
-                         [](const auto& info) { return "Level" + std::to_string(info.param); });
+// Each instance's index is its dispatch level.
+INSTANTIATE_TEST_SUITE_P(AllLevels, XorVariantTest, ::testing::Range(0, kHighestDispatchLevel + 1));
 
 // Prints a failed check of the child process; the parent shows it on failure.
 bool Check(bool ok, const char* what) {
