@@ -309,6 +309,27 @@ TEST(DecoderOpen, BadArgumentsFilesThatCannotBeOpenedAndFilesWithoutAudio) {
   EXPECT_EQ(decoder.GetCodecID(), kPcm);
 }
 
+// Broken input ends with a result code, never a crash, on either platform
+// half: files cut short in the header, in the middle and by a few bytes.
+TEST(DecoderOpen, TruncatedFilesOpenAndReadWithoutCrashing) {
+  aurivox_test::TempDir dir;
+  for (const char* name : {"stereo.m4a", "pcm_s16.wav", "stereo.mp3"}) {
+    const Bytes whole = ReadMediaFixture(name);
+    for (std::size_t keep : {std::size_t{100}, whole.size() / 2, whole.size() - 7}) {
+      const std::string cut = std::to_string(keep) + "-" + name;
+      dir.WriteFile(cut, Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(keep)));
+      Aurivox::Decoder decoder;
+      int result = decoder.Open(dir.WPath(cut), nullptr);
+      EXPECT_TRUE(result == Aurivox::kResultSuccess || result == Aurivox::kResultOpenFailed) << cut;
+      HostBuffers buffers(2, 4096);
+      for (std::int64_t done = 0; result == Aurivox::kResultSuccess && done < decoder.GetDuration(); done += 4096) {
+        result = ReadBlock(decoder, buffers, 4096);
+        EXPECT_TRUE(result == Aurivox::kResultSuccess || result == Aurivox::kResultReadFailed) << cut;
+      }
+    }
+  }
+}
+
 TEST(DecoderRecords, AnalysisTextIsTheDescriptionCutToTheBuffer) {
   Aurivox::Decoder decoder;
   ASSERT_EQ(decoder.Open(MediaFixtureWPath("float32.wav"), nullptr), Aurivox::kResultSuccess);
