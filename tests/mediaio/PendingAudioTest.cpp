@@ -89,6 +89,9 @@ TEST(PendingAudio, DeliversFromTheFrontKeepsAPartialFrameAndReservesRoom) {
   EXPECT_FALSE(pending.Reserve(-1, 2, 2));
   EXPECT_TRUE(pending.Reserve(0, 2, 2));
   EXPECT_TRUE(pending.Reserve(100, 0, 4));
+  // A decoder's empty buffer is no failure; bytes without a pointer are.
+  EXPECT_TRUE(pending.Append(nullptr, 0));
+  EXPECT_FALSE(pending.Append(nullptr, 4));
   EXPECT_EQ(pending.size(), 10u + more.size());
   EXPECT_EQ(pending.AvailableFrames(2, 0), 0u);
 }
