@@ -18,8 +18,16 @@ class MemoryStream : public windowsmediafoundation::StreamInterface {
   explicit MemoryStream(std::vector<std::uint8_t> bytes) : bytes_(std::move(bytes)) {}
 
   std::uint64_t GetLength() override { return bytes_.size(); }
-  void SetPosition(std::uint64_t position) override { position_ = position; }
-  std::uint64_t GetPosition() override { return position_; }
+  // Under the read's lock: a seek never lands between a read's look at the
+  // position and its move past what it delivered.
+  void SetPosition(std::uint64_t position) override {
+    std::lock_guard<std::mutex> lock(mutex_);
+    position_ = position;
+  }
+  std::uint64_t GetPosition() override {
+    std::lock_guard<std::mutex> lock(mutex_);
+    return position_;
+  }
   bool IsEndOfStream() override { return GetPosition() >= bytes_.size(); }
   std::int64_t Read(void* buffer, std::uint32_t count) override {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -39,7 +47,7 @@ class MemoryStream : public windowsmediafoundation::StreamInterface {
  private:
   const std::vector<std::uint8_t> bytes_;
   std::mutex mutex_;
-  std::atomic<std::uint64_t> position_{0};
+  std::uint64_t position_ = 0;
 };
 
 }  // namespace aurivox_test
