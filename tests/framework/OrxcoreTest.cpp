@@ -17,7 +17,7 @@ namespace orxcore {
 namespace {
 
 TEST(String, ConversionsReplaceBrokenSequencesAndKeepTheGivenLength) {
-  EXPECT_EQ(UTF16toStdString(WString(1, char16_t(0xD800)) + u"a\U0001F600"), "\xEF\xBF\xBD" "a\xF0\x9F\x98\x80");
+  EXPECT_EQ(UTF16toStdString(u"x" + WString(1, char16_t(0xD800)) + u"a\U0001F600"), "x\xEF\xBF\xBD" "a\xF0\x9F\x98\x80");
   EXPECT_EQ(UTF8to16("a\xFF" "b"), u"a\uFFFDb");
   EXPECT_EQ(AsciiToUTF16("ab\0\xE9", 4), WString(u"ab\0\u00E9", 4));
 }

@@ -1,5 +1,6 @@
 #include "orxcore/String.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <iterator>
@@ -10,10 +11,14 @@
 namespace orxcore {
 
 std::string UTF16toStdString(std::u16string_view text) {
-  std::string out;
-  out.reserve(text.size());
+  // Paths are mostly ASCII, which is copied unit for unit up to the first
+  // wider character.
+  const auto wide = std::find_if(text.begin(), text.end(), [](char16_t c) { return c >= 0x80; });
+  std::string out(text.begin(), wide);
+  if (wide == text.end()) return out;
+  out.reserve(out.size() + (text.size() - out.size()) * 3);
   auto in = std::back_inserter(out);
-  for (std::size_t i = 0; i < text.size(); ++i) {
+  for (auto i = static_cast<std::size_t>(wide - text.begin()); i < text.size(); ++i) {
     char32_t c = text[i];
     if (c >= 0xD800 && c <= 0xDBFF && i + 1 < text.size() &&
         text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF) {
