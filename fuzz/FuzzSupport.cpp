@@ -1,7 +1,5 @@
 #include "FuzzSupport.h"
 
-#include <dirent.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -49,28 +47,6 @@ void WriteFile(const std::filesystem::path& path, const std::uint8_t* data, std:
 }
 
 orxcore::WString ToWString(const std::filesystem::path& path) { return orxcore::UTF8to16(path.u8string()); }
-
-void OpenFileCounter::Track(const std::filesystem::path& path) {
-  struct stat info;
-  FUZZ_CHECK(::stat(path.c_str(), &info) == 0);
-  files_.emplace(info.st_dev, info.st_ino);
-}
-
-int OpenFileCounter::Count() const {
-  // The listing stays open between counts; rewinding it reads it afresh.
-  static DIR* const descriptors = ::opendir("/proc/self/fd");
-  FUZZ_CHECK(descriptors != nullptr);
-  ::rewinddir(descriptors);
-  int count = 0;
-  while (const dirent* entry = ::readdir(descriptors)) {
-    struct stat info;
-    if (entry->d_name[0] != '.' && ::fstat(std::atoi(entry->d_name), &info) == 0 && S_ISREG(info.st_mode) &&
-        files_.count({info.st_dev, info.st_ino}) != 0) {
-      ++count;
-    }
-  }
-  return count;
-}
 
 std::uint16_t ByteReader::U16() {
   const std::uint16_t low = Byte();

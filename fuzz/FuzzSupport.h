@@ -3,14 +3,10 @@
 // folder removed at exit.
 #pragma once
 
-#include <sys/types.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "orxcore/String.h"
@@ -36,20 +32,6 @@ const std::filesystem::path& ScratchFolder();
 void WriteFile(const std::filesystem::path& path, const std::uint8_t* data, std::size_t size);
 
 orxcore::WString ToWString(const std::filesystem::path& path);
-
-// Counts the descriptors of this process open on the files it tracks,
-// deleted ones included. Descriptors are matched by device and inode, so no
-// descriptor's path is read: this runs after most operations of a target.
-class OpenFileCounter {
- public:
-  // Tracks the file now at `path`; a file written anew is another inode.
-  void Track(const std::filesystem::path& path);
-  void Clear() { files_.clear(); }
-  int Count() const;
-
- private:
-  std::set<std::pair<dev_t, ino_t>> files_;
-};
 
 // Takes fields from the front of an input, so that fuzz/make-seeds can write
 // inputs that mean something. Fields past the end read as zero bytes.

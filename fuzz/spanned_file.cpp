@@ -4,22 +4,23 @@
 //
 // Input: a segment count (byte % 6); per segment a size kind byte (kind % 3:
 // 0 empty, 1 kind / 3 % 17 bytes, 2 a U16 % 4097 bytes); a content seed byte;
-// a byte whose bit 0 opens the wrapper at once; then operations, each an
+// a byte whose bit 0 opens the wrapper as soon as it is made; then operations, each an
 // opcode byte (% kOperationCount) and its fields, read as Step() reads them.
 #include <algorithm>
+#include <array>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <limits>
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
 
 #include "FuzzSupport.h"
+#include "OpenFileCounter.h"
 #include "SpannedFile.h"
 #include "SpannedFileStreamWrapper.h"
 
@@ -37,63 +38,77 @@ constexpr int kMaxOperations = 32;
 constexpr std::size_t kGuardBytes = 16;
 constexpr std::uint8_t kUntouched = 0xA5;
 
-fs::path MadeFolder(const fs::path& folder) {
-  fs::create_directories(folder);
-  return folder;
-}
-
-// The segment files on disk. A file that already holds an input's bytes is
-// not written again: most inputs differ from the last one in a few bytes.
+// The segment files on disk. Storage is made once, for the largest input, and
+// reused: libFuzzer runs an input a second time, looking for a leak, whenever
+// it allocated more than it freed. A file that already holds an input's bytes
+// is not written again: most inputs differ from the last one in a few bytes.
 class Segments {
  public:
-  explicit Segments(const fs::path& folder) : folder_(MadeFolder(folder)) {}
+  static constexpr std::size_t kMaxCount = 5;
+  static constexpr std::size_t kMaxBytes = 4096;
 
-  void Reset(std::vector<Bytes> contents) {
-    contents_ = std::move(contents);
-    paths_.clear();
-    widePaths_.clear();
-    onDisk_.resize(contents_.size());
-    openFiles_.Clear();
-    for (std::size_t i = 0; i < contents_.size(); ++i) {
+  explicit Segments(const fs::path& folder) {
+    fs::create_directories(folder);
+    std::vector<orxcore::WString> widePaths;
+    for (std::size_t i = 0; i < kMaxCount; ++i) {
+      widePathsOfCount_[i] = widePaths;
       char name[16];
       std::snprintf(name, sizeof name, "%05zu.m2ts", i + 1);
-      paths_.push_back(folder_ / name);
-      widePaths_.push_back(aurivox_fuzz::ToWString(paths_.back()));
-      if (onDisk_[i] == contents_[i]) {
-        openFiles_.Track(paths_[i]);
-      } else {
-        Write(i);
+      paths_[i] = folder / name;
+      aurivox_fuzz::OpenFileCounter::Track(paths_[i]);
+      widePaths.push_back(aurivox_fuzz::ToWString(paths_[i]));
+      contents_[i].reserve(kMaxBytes);
+      onDisk_[i].reserve(kMaxBytes);
+    }
+    widePathsOfCount_[kMaxCount] = widePaths;
+  }
+
+  // Takes the segment count, sizes and content seed from the input (see the
+  // layout at the top) and puts the files on disk.
+  void Reset(ByteReader& input) {
+    count_ = input.Below(kMaxCount + 1);
+    for (std::size_t i = 0; i < count_; ++i) {
+      const unsigned kind = input.Byte();
+      contents_[i].resize(kind % 3 == 0 ? 0 : kind % 3 == 1 ? kind / 3 % 17 : input.U16() % (kMaxBytes + 1));
+    }
+    // Bytes that differ along the joined stream, so that a read from the
+    // wrong place shows.
+    std::uint32_t state = 0x9E3779B9u ^ input.Byte();
+    for (std::size_t i = 0; i < count_; ++i) {
+      for (std::uint8_t& byte : contents_[i]) {
+        state = state * 1664525u + 1013904223u;
+        byte = static_cast<std::uint8_t>(state >> 24);
       }
+      if (!present_[i] || onDisk_[i] != contents_[i]) Write(i);
     }
   }
 
   void Write(std::size_t i) {
     aurivox_fuzz::WriteFile(paths_[i], contents_[i].data(), contents_[i].size());
-    onDisk_[i] = contents_[i];
-    openFiles_.Track(paths_[i]);
+    onDisk_[i].assign(contents_[i].begin(), contents_[i].end());
+    present_[i] = true;
   }
 
   void Delete(std::size_t i) {
     std::error_code ignored;
     fs::remove(paths_[i], ignored);
-    onDisk_[i].reset();
+    present_[i] = false;
   }
 
-  std::size_t count() const { return contents_.size(); }
-  bool present(std::size_t i) const { return onDisk_[i].has_value(); }
+  std::size_t count() const { return count_; }
+  bool present(std::size_t i) const { return present_[i]; }
   const Bytes& content(std::size_t i) const { return contents_[i]; }
-  const std::vector<orxcore::WString>& widePaths() const { return widePaths_; }
-  // Descriptors of this process open on segment files.
-  int OpenFileCount() const { return openFiles_.Count(); }
+  const std::vector<orxcore::WString>& widePaths() const { return widePathsOfCount_[count_]; }
+  // Descriptors open on segment files, deleted ones included.
+  static int OpenFileCount() { return aurivox_fuzz::OpenFileCounter::Count(); }
 
  private:
-  fs::path folder_;
-  std::vector<Bytes> contents_;
-  std::vector<fs::path> paths_;
-  std::vector<orxcore::WString> widePaths_;
-  // What each file holds on disk; empty while it is missing.
-  std::vector<std::optional<Bytes>> onDisk_;
-  aurivox_fuzz::OpenFileCounter openFiles_;
+  std::size_t count_ = 0;
+  std::array<fs::path, kMaxCount> paths_;
+  std::array<std::vector<orxcore::WString>, kMaxCount + 1> widePathsOfCount_;
+  std::array<Bytes, kMaxCount> contents_;
+  std::array<Bytes, kMaxCount> onDisk_;  // what each file holds while present
+  std::array<bool, kMaxCount> present_{};
 };
 
 // What one SpannedFile must do, given the segment files as they were when it
@@ -164,10 +179,8 @@ struct WrapperModel {
 // One input's run: a SpannedFile and a stream wrapper beside their models.
 class Session {
  public:
-  Session(Segments& segments, ByteReader& input) : segments_(segments), input_(input) {
-    RebuildFile();
-    RebuildWrapper(input_.Byte() & 1);
-  }
+  Session(Segments& segments, ByteReader& input)
+      : segments_(segments), input_(input), openWrapperWhenMade_(input_.Byte() & 1) {}
 
   ~Session() {
     file_.reset();
@@ -189,7 +202,12 @@ class Session {
   };
 
   void Step() {
-    switch (input_.Below(kOperationCount)) {
+    const unsigned operation = input_.Below(kOperationCount);
+    // Each object is made when an operation first needs it: making one costs
+    // a look at every segment file, and many inputs use only one of them.
+    if (operation <= kFileRebuild && !file_) RebuildFile();
+    if (operation >= kWrapperOpen && operation <= kWrapperRebuild && !wrapper_) RebuildWrapper(openWrapperWhenMade_);
+    switch (operation) {
       case kFileOpen: {
         const std::uint32_t handle = file_->Open();
         FUZZ_CHECK(handle == fileModel_->Open(segments_));
@@ -353,7 +371,7 @@ class Session {
   // Segment files are open exactly while their object holds a handle.
   void CheckOpenFiles() const {
     const int expected =
-        fileModel_->openFileCount() + (wrapperModel_ ? wrapperModel_->file.openFileCount() : 0);
+        (fileModel_ ? fileModel_->openFileCount() : 0) + (wrapperModel_ ? wrapperModel_->file.openFileCount() : 0);
     FUZZ_CHECK(segments_.OpenFileCount() == expected);
   }
 
@@ -364,33 +382,15 @@ class Session {
   std::unique_ptr<SpannedFileStreamWrapper> wrapper_;
   std::unique_ptr<WrapperModel> wrapperModel_;
   std::vector<std::uint32_t> handedOut_;
+  const bool openWrapperWhenMade_;
 };
-
-std::vector<Bytes> ReadSegmentContents(ByteReader& input) {
-  std::vector<Bytes> contents(input.Below(6));
-  for (Bytes& content : contents) {
-    const unsigned kind = input.Byte();
-    const std::size_t size = kind % 3 == 0 ? 0 : kind % 3 == 1 ? kind / 3 % 17 : input.U16() % 4097;
-    content.resize(size);
-  }
-  // Bytes that differ along the joined stream, so that a read from the wrong
-  // place shows.
-  std::uint32_t state = 0x9E3779B9u ^ input.Byte();
-  for (Bytes& content : contents) {
-    for (std::uint8_t& byte : content) {
-      state = state * 1664525u + 1013904223u;
-      byte = static_cast<std::uint8_t>(state >> 24);
-    }
-  }
-  return contents;
-}
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static Segments segments(aurivox_fuzz::ScratchFolder() / "segments");
   ByteReader input(data, size);
-  segments.Reset(ReadSegmentContents(input));
+  segments.Reset(input);
   Session session(segments, input);
   session.Run();
   return 0;
