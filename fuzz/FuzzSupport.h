@@ -6,8 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <string>
-#include <vector>
 
 #include "orxcore/String.h"
 
