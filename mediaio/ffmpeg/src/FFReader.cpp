@@ -162,6 +162,7 @@ bool FFReader::OpenFromStream(const std::shared_ptr<windowsmediafoundation::Stre
 }
 
 void FFReader::Close() {
+  frame_.reset();
   decoder_.reset();
   format_.reset();
   streamIO_.reset();
@@ -172,9 +173,10 @@ void FFReader::Close() {
   samplesPerSecond_ = bitsPerSample_ = channels_ = channelMask_ = 0;
   integerPcm_ = false;
   estimatedFrames_ = 0;
-  decoded_.clear();
   frontOffset_ = 0;
   heldFrames_ = 0;
+  carried_.clear();
+  carriedFrames_ = 0;
 }
 
 bool FFReader::Open(const char* url, OpenStatus& status) {
@@ -264,10 +266,22 @@ bool FFReader::ReadAudioSamples(std::int64_t, std::int32_t& count, float** chann
   if (!hasAudio() || count < 0 || bytesPerSample != bitsPerSample_ / 8) return false;
   if (count > 0 && !channelBuffers) return false;
   const auto wanted = static_cast<std::size_t>(count);
-  while (heldFrames_ < wanted && !endOfStream_) {
-    if (!DecodeMore()) return false;  // what was decoded stays for the next read
+  // Each frame is handed out as soon as it is decoded and then let go, so
+  // the decoder writes the next one into the buffer it has just written:
+  // decoding a whole request ahead of the copy costs a few per cent.
+  std::size_t done = DeliverCarried(wanted, channelBuffers);
+  while (done < wanted) {
+    if (heldFrames_ == 0) {
+      if (endOfStream_) break;
+      if (!DecodeMore()) {
+        Carry(done, channelBuffers);
+        return false;
+      }
+      continue;
+    }
+    done = Deliver(done, wanted, channelBuffers);
   }
-  count = static_cast<std::int32_t>(Deliver(std::min(wanted, heldFrames_), channelBuffers));
+  count = static_cast<std::int32_t>(done);
   return true;
 }
 
@@ -298,62 +312,80 @@ bool FFReader::DecodeMore() {
 }
 
 bool FFReader::KeepFrame() {
-  FramePtr frame(av_frame_alloc());
   const auto format = static_cast<AVSampleFormat>(frame_->format);
   // The format is not renegotiated mid-stream.
-  const bool usable = frame_->ch_layout.nb_channels == static_cast<int>(channels_) && frame_->nb_samples >= 0 &&
-                      ConverterFor(av_get_packed_sample_fmt(format)) != nullptr;
-  if (!frame || !usable) {
+  if (frame_->ch_layout.nb_channels != static_cast<int>(channels_) || frame_->nb_samples < 0 ||
+      ConverterFor(av_get_packed_sample_fmt(format)) == nullptr) {
     av_frame_unref(frame_.get());
     return false;
   }
-  // The decoded buffers are kept by reference, not copied.
-  av_frame_move_ref(frame.get(), frame_.get());
-  try {
-    decoded_.push_back(std::move(frame));
-  } catch (const std::bad_alloc&) {
-    return false;
-  }
-  heldFrames_ += static_cast<std::size_t>(decoded_.back()->nb_samples);
+  frontOffset_ = 0;
+  heldFrames_ = static_cast<std::size_t>(frame_->nb_samples);
   return true;
 }
 
-std::size_t FFReader::Deliver(std::size_t frames, float* const* channelBuffers) {
+std::size_t FFReader::Deliver(std::size_t done, std::size_t end, float* const* channelBuffers) {
+  const AVFrame& frame = *frame_;
   const std::uint32_t width = bitsPerSample_ / 8;
   const bool toFloat = !integerPcm_;
   const int channels = static_cast<int>(channels_);
-  std::size_t done = 0;
-  while (done < frames) {
-    const AVFrame& frame = *decoded_.front();
-    const auto format = static_cast<AVSampleFormat>(frame.format);
-    const bool planar = av_sample_fmt_is_planar(format) != 0;
-    const std::size_t samples = static_cast<std::size_t>(frame.nb_samples);
-    const Run run{frame, frontOffset_, std::min(frames - done, samples - frontOffset_), channelBuffers, done, width};
-    if (!IsClientType(format, toFloat, width)) {
-      ConverterFor(av_get_packed_sample_fmt(format))(run, channels, planar, toFloat);
-    } else if (planar) {
-      for (int c = 0; c < channels; ++c) {
-        if (!channelBuffers[c]) continue;
-        std::memcpy(Destination(run, c), frame.extended_data[c] + run.first * width, run.frames * width);
-      }
-    } else {
-      // The host's buffers from frame `done` on, for the shared de-interleave.
-      destinations_.resize(channels_);
-      for (int c = 0; c < channels; ++c) {
-        destinations_[c] = channelBuffers[c] ? reinterpret_cast<float*>(Destination(run, c)) : nullptr;
-      }
-      windowsmediafoundation::DeinterleaveSamples(frame.extended_data[0] + run.first * channels_ * width, run.frames,
-                                                  channels_, width, destinations_.data());
+  const auto format = static_cast<AVSampleFormat>(frame.format);
+  const bool planar = av_sample_fmt_is_planar(format) != 0;
+  const Run run{frame, frontOffset_, std::min(end - done, heldFrames_), channelBuffers, done, width};
+  if (!IsClientType(format, toFloat, width)) {
+    ConverterFor(av_get_packed_sample_fmt(format))(run, channels, planar, toFloat);
+  } else if (planar) {
+    for (int c = 0; c < channels; ++c) {
+      if (!channelBuffers[c]) continue;
+      std::memcpy(Destination(run, c), frame.extended_data[c] + run.first * width, run.frames * width);
     }
-    done += run.frames;
-    frontOffset_ += run.frames;
-    heldFrames_ -= run.frames;
-    if (frontOffset_ == samples) {
-      decoded_.pop_front();
-      frontOffset_ = 0;
+  } else {
+    // The host's buffers from frame `done` on, for the shared de-interleave.
+    destinations_.resize(channels_);
+    for (int c = 0; c < channels; ++c) {
+      destinations_[c] = channelBuffers[c] ? reinterpret_cast<float*>(Destination(run, c)) : nullptr;
     }
+    windowsmediafoundation::DeinterleaveSamples(frame.extended_data[0] + run.first * channels_ * width, run.frames,
+                                                channels_, width, destinations_.data());
   }
-  return done;
+  frontOffset_ += run.frames;
+  heldFrames_ -= run.frames;
+  // The buffer goes back to the decoder, which writes its next frame there
+  // while the bytes are still in cache.
+  if (heldFrames_ == 0) av_frame_unref(frame_.get());
+  return done + run.frames;
+}
+
+std::size_t FFReader::DeliverCarried(std::size_t frames, float* const* channelBuffers) {
+  frames = std::min(frames, carriedFrames_);
+  const std::size_t bytes = frames * (bitsPerSample_ / 8);
+  for (std::size_t c = 0; c < carried_.size() && frames > 0; ++c) {
+    if (channelBuffers[c]) std::memcpy(channelBuffers[c], carried_[c].data(), bytes);
+    carried_[c].erase(carried_[c].begin(), carried_[c].begin() + static_cast<std::ptrdiff_t>(bytes));
+  }
+  carriedFrames_ -= frames;
+  return frames;
+}
+
+void FFReader::Carry(std::size_t frames, float* const* channelBuffers) {
+  // A read decodes only once the carried frames are handed out, so they are
+  // all at the start of the host's buffers.
+  const std::size_t bytes = frames * (bitsPerSample_ / 8);
+  try {
+    carried_.resize(channels_);
+    for (std::size_t c = 0; c < carried_.size(); ++c) {
+      const auto* samples = reinterpret_cast<const std::uint8_t*>(channelBuffers[c]);
+      if (samples) {
+        carried_[c].assign(samples, samples + bytes);
+      } else {
+        carried_[c].assign(bytes, 0);  // a channel the host does not take
+      }
+    }
+    carriedFrames_ = frames;
+  } catch (const std::bad_alloc&) {
+    carried_.clear();  // out of memory: the read fails and these frames are lost
+    carriedFrames_ = 0;
+  }
 }
 
 }  // namespace ffmpeg

@@ -4,7 +4,6 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 #include <memory>
 #include <vector>
 
@@ -64,12 +63,17 @@ class FFReader {
   bool Open(const char* url, OpenStatus& status);
   void Close();
   void SetUpAudio(const AVStream& stream);
-  // Decodes until a frame is kept or the stream ends; false on failure.
+  // Decodes until a frame is held or the stream ends; false on failure.
   bool DecodeMore();
-  // Queues the frame just received; false when it cannot be delivered.
+  // Holds the frame just received; false when it cannot be delivered.
   bool KeepFrame();
-  // Hands out the first `frames` decoded frames (at most those held).
-  std::size_t Deliver(std::size_t frames, float* const* channelBuffers);
+  // Hands out held frames into the host's buffers from frame `done` up to
+  // `end` or the last one held; returns where it stopped.
+  std::size_t Deliver(std::size_t done, std::size_t end, float* const* channelBuffers);
+  // Hands out up to `frames` of what a failed read had taken; returns how many.
+  std::size_t DeliverCarried(std::size_t frames, float* const* channelBuffers);
+  // Keeps the first `frames` frames of the host's buffers for the next read.
+  void Carry(std::size_t frames, float* const* channelBuffers);
 
   std::unique_ptr<StreamIO> streamIO_;
   FormatContextPtr format_;
@@ -87,12 +91,15 @@ class FFReader {
   std::uint32_t channelMask_ = 0;
   bool integerPcm_ = false;
   std::int64_t estimatedFrames_ = 0;
-  // Decoded frames not yet handed out, kept by reference: each sample is
-  // converted once, straight into the host's buffers. `frontOffset_` frames
-  // of the first are handed out already; `heldFrames_` counts what is left.
-  std::deque<FramePtr> decoded_;
+  // The last decoded frame, held by reference until it is handed out: each
+  // sample is converted once, straight into the host's buffers.
+  // `frontOffset_` of its frames are handed out; `heldFrames_` are left.
   std::size_t frontOffset_ = 0;
   std::size_t heldFrames_ = 0;
+  // A failed read hands nothing out: what it had put in the host's buffers
+  // comes first in the next read, one byte vector a channel.
+  std::vector<std::vector<std::uint8_t>> carried_;
+  std::size_t carriedFrames_ = 0;
   std::vector<float*> destinations_;
 };
 
