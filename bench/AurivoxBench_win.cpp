@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <functional>
 #include <iostream>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -26,7 +27,9 @@
 #include "ProcessMemory.h"
 #include "aurivox/Aurivox.h"
 #include "aurivox/Decoder.h"
+#include "support/DecoderRun.h"
 #include "support/Measure.h"
+#include "support/SideBySide.h"
 #include "support/SplitRecording.h"
 #include "support/Table.h"
 
@@ -38,24 +41,8 @@ constexpr wchar_t kStereoAac[] = L"stereo-aac-10min.m4a";
 constexpr wchar_t kSurroundWave[] = L"surround51-s16-10min.wav";
 constexpr wchar_t kFloat10[] = L"surround51-f32-10min.wav";
 constexpr wchar_t kFloat60[] = L"surround51-f32-60min.wav";
-constexpr std::uint32_t kBlockFrames = 4096;
-
-struct Decoded {
-  std::int64_t frames = 0;
-  std::uint32_t channels = 0;
-  std::uint32_t width = 0;  // bytes a sample
-  std::uint32_t rate = 0;
-  int result = -1;
-};
-
-std::uint32_t SampleWidth(std::int32_t sampleType) {
-  switch (sampleType) {
-    case 10: return 1;
-    case 20: return 2;
-    case 30: return 3;
-    default: return 4;
-  }
-}
+// Turns of the side-by-side decodes: about 5 s of 48 kHz audio.
+constexpr int kSliceBlocks = 64;
 
 orxcore::WString Wide(const fs::path& path) {
   const std::wstring text = path.wstring();
@@ -69,32 +56,19 @@ int OpenAndClose(const fs::path& path) {
   return decoder.Open(Wide(path), nullptr);
 }
 
+struct Decoded {
+  std::int64_t frames = 0;
+  std::uint32_t rate = 0;
+  int result = -1;
+};
+
 // Reads the reported length of `path` through the exported decoder, as a
 // host does.
 Decoded DecodeWithDecoder(const fs::path& path) {
-  Decoded out;
-  Aurivox::Decoder decoder;
-  out.result = decoder.Open(Wide(path), nullptr);
-  if (out.result != Aurivox::kResultSuccess) return out;
-  orxmediatypes::AudioFormat format;
-  decoder.GetAudioFormat(format);
-  out.channels = format.GetChannelCount();
-  out.width = SampleWidth(format.GetSampleType());
-  out.rate = format.GetSampleRate();
-  std::vector<std::vector<float>> channels(out.channels, std::vector<float>(kBlockFrames));
-  std::vector<float*> pointers;
-  for (auto& channel : channels) pointers.push_back(channel.data());
-  const std::int64_t total = decoder.GetDuration();
-  while (out.frames < total) {
-    imImportAudioRec7 request{};
-    request.size = static_cast<std::uint32_t>(std::min<std::int64_t>(kBlockFrames, total - out.frames));
-    request.position = out.frames;
-    request.buffer = pointers.data();
-    out.result = decoder.ReadAudio(&request);
-    if (out.result != Aurivox::kResultSuccess) break;
-    out.frames += request.size;
+  bench::DecoderRun run(Wide(path));
+  while (run.Read(INT64_MAX)) {
   }
-  return out;
+  return {run.frames(), run.rate(), run.result()};
 }
 
 std::string Seconds(double seconds) { return bench::Fixed(seconds, 2); }
@@ -108,36 +82,54 @@ void MeasureOverhead(const fs::path& media, int rounds) {
   const Case cases[] = {{kStereoAac, MFAudioFormat_Float, "10 min stereo AAC, float"},
                         {kSurroundWave, MFAudioFormat_PCM, "10 min 5.1 WAVE, 16-bit PCM"},
                         {kFloat10, MFAudioFormat_Float, "10 min 5.1 WAVE, float, 22.05 kHz"}};
-  std::cout << "Decoder overhead: Decoder::ReadAudio in " << kBlockFrames
+  std::cout << "Decoder overhead: Decoder::ReadAudio in " << bench::DecoderRun::kBlockFrames
             << "-frame blocks, open included, vs a bare IMFSourceReader\nloop in the same client type that copies "
-            << "each buffer out once; median of " << rounds
-            << " interleaved rounds;\nx bare = decoder time / bare reader time (target at most 1.02)\n\n";
+            << "each buffer out once, side by side in turns of " << kSliceBlocks << " blocks;\nmedian of " << rounds
+            << " rounds; x bare = median of the rounds' decoder time / bare reader time (target at most 1.02)\n\n";
   bench::Table table({"file", "code", "s", "x realtime", "MB delivered", "x bare"});
   for (const Case& c : cases) {
     const fs::path path = media / c.file;
-    Decoded decoded;
-    std::int64_t bareBytes = 0;
-    int opened = -1;
-    const std::vector<double> seconds = bench::MedianSecondsPerRun(
-        {[&] { bareBytes = bench::DecodeWithBareReader(path.wstring(), c.subtype); },
-         [&] { decoded = DecodeWithDecoder(path); }, [&] { opened = OpenAndClose(path); }},
+    std::unique_ptr<bench::DecoderRun> decoder;
+    std::unique_ptr<bench::BareReader> bare;
+    std::int64_t sliceBytes = 0, decoderBytes = 0, bareBytes = 0;
+    double audioSeconds = 0;
+    bool ok = true;
+    const bench::SideBySideResult result = bench::MeasureSideBySide(
+        {[&] {
+           decoder = std::make_unique<bench::DecoderRun>(Wide(path));
+           sliceBytes = std::int64_t{kSliceBlocks} * bench::DecoderRun::kBlockFrames * decoder->channels() *
+                        decoder->width();
+         },
+         [&] { return decoder->Read(std::int64_t{kSliceBlocks} * bench::DecoderRun::kBlockFrames); },
+         [&] {
+           ok = ok && decoder->result() == Aurivox::kResultSuccess;
+           decoderBytes = decoder->frames() * decoder->channels() * decoder->width();
+           audioSeconds = decoder->rate() ? double(decoder->frames()) / decoder->rate() : 0;
+           decoder.reset();
+         }},
+        {[&] { bare = std::make_unique<bench::BareReader>(path.wstring(), c.subtype); },
+         [&] { return bare->Read(sliceBytes) && !bare->done(); },
+         [&] {
+           ok = ok && !bare->failed();
+           bareBytes = bare->bytes();
+           bare.reset();
+         }},
         rounds);
-    const double decoderBytes = double(decoded.frames) * decoded.channels * decoded.width;
-    const double audioSeconds = decoded.rate ? double(decoded.frames) / decoded.rate : 0;
-    if (bareBytes <= 0 || decoded.result != Aurivox::kResultSuccess) {
-      std::cout << "  " << c.name << ": decoding failed (bare " << bareBytes << " bytes, decoder result "
-                << decoded.result << ")\n";
+    const double openSeconds = bench::MedianSecondsPerRun({[&] { ok = ok && OpenAndClose(path) == 0; }}, rounds)[0];
+    if (!ok || bareBytes <= 0) {
+      std::cout << "  " << c.name << ": decoding failed\n";
       continue;
     }
-    table.AddRow({c.name, "bare IMFSourceReader (reference)", Seconds(seconds[0]),
-                  bench::Fixed(audioSeconds / seconds[0], 0), bench::Fixed(bareBytes / 1e6, 1), "1.000"});
-    table.AddRow({c.name, "Decoder::ReadAudio", Seconds(seconds[1]), bench::Fixed(audioSeconds / seconds[1], 0),
-                  bench::Fixed(decoderBytes / 1e6, 1), bench::Fixed(seconds[1] / seconds[0], 3)});
-    table.AddRow({c.name, opened == 0 ? "of which Decoder open + close" : "Decoder open FAILED", Seconds(seconds[2]),
-                  "-", "-", bench::Fixed(seconds[2] / seconds[0], 3)});
-    bench::PrintSummaryRow(std::cout, {"decoder overhead (Windows)", c.name, Seconds(seconds[1]) + " s",
-                                       Seconds(seconds[0]) + " s bare reader",
-                                       bench::Fixed(seconds[1] / seconds[0], 3) + " x time (target <= 1.02)"});
+    table.AddRow({c.name, "bare IMFSourceReader (reference)", Seconds(result.secondSeconds),
+                  bench::Fixed(audioSeconds / result.secondSeconds, 0), bench::Fixed(bareBytes / 1e6, 1), "1.000"});
+    table.AddRow({c.name, "Decoder::ReadAudio", Seconds(result.firstSeconds),
+                  bench::Fixed(audioSeconds / result.firstSeconds, 0), bench::Fixed(decoderBytes / 1e6, 1),
+                  bench::Fixed(result.ratio, 3)});
+    table.AddRow({c.name, "Decoder open + close alone", Seconds(openSeconds), "-", "-",
+                  bench::Fixed(openSeconds / result.secondSeconds, 3)});
+    bench::PrintSummaryRow(std::cout, {"decoder overhead (Windows)", c.name, Seconds(result.firstSeconds) + " s",
+                                       Seconds(result.secondSeconds) + " s bare reader",
+                                       bench::Fixed(result.ratio, 3) + " x time (target <= 1.02)"});
   }
   table.Print(std::cout);
   std::cout << "\n";

@@ -2,9 +2,9 @@
 
 #include <mfapi.h>
 #include <mfidl.h>
-#include <mfreadwrite.h>
-#include <wrl/client.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
@@ -57,30 +57,34 @@ std::int64_t CopySample(IMFSample* sample, std::vector<std::uint8_t>& out) {
 
 }  // namespace
 
-std::int64_t DecodeWithBareReader(const std::wstring& path, const GUID& subtype) {
+BareReader::BareReader(const std::wstring& path, const GUID& subtype) {
   // The attributes the decoder creates its readers with.
   ComPtr<IMFAttributes> attributes;
-  if (FAILED(MFCreateAttributes(&attributes, 2)) ||
-      FAILED(attributes->SetUINT32(MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING, 1)) ||
-      FAILED(attributes->SetUINT32(MF_READWRITE_ENABLE_HARDWARE_TRANSFORMS, 1))) {
-    return -1;
-  }
-  ComPtr<IMFSourceReader> reader;
-  if (FAILED(MFCreateSourceReaderFromURL(path.c_str(), attributes.Get(), &reader))) return -1;
-  if (FAILED(SelectClientType(reader.Get(), subtype))) return -1;
-  std::vector<std::uint8_t> copy;
-  std::int64_t total = 0;
-  for (;;) {
+  failed_ = FAILED(MFCreateAttributes(&attributes, 2)) ||
+            FAILED(attributes->SetUINT32(MF_SOURCE_READER_ENABLE_VIDEO_PROCESSING, 1)) ||
+            FAILED(attributes->SetUINT32(MF_READWRITE_ENABLE_HARDWARE_TRANSFORMS, 1)) ||
+            FAILED(MFCreateSourceReaderFromURL(path.c_str(), attributes.Get(), &reader_)) ||
+            FAILED(SelectClientType(reader_.Get(), subtype));
+}
+
+bool BareReader::Read(std::int64_t bytes) {
+  const std::int64_t end = bytes > INT64_MAX - bytes_ ? INT64_MAX : bytes_ + bytes;
+  while (bytes_ < end && !done()) {
     DWORD flags = 0;
     ComPtr<IMFSample> sample;
-    if (FAILED(reader->ReadSample(kAudio, 0, nullptr, &flags, nullptr, &sample))) return -1;
-    if (flags & MF_SOURCE_READERF_ENDOFSTREAM) break;
-    if (!sample) continue;
-    const std::int64_t length = CopySample(sample.Get(), copy);
-    if (length < 0) return -1;
-    total += length;
+    failed_ = FAILED(reader_->ReadSample(kAudio, 0, nullptr, &flags, nullptr, &sample));
+    ended_ = (flags & MF_SOURCE_READERF_ENDOFSTREAM) != 0;
+    if (done() || !sample) continue;
+    const std::int64_t length = CopySample(sample.Get(), copy_);
+    failed_ = length < 0;
+    bytes_ += std::max<std::int64_t>(length, 0);
   }
-  return total;
+  return !failed_;
+}
+
+std::int64_t DecodeWithBareReader(const std::wstring& path, const GUID& subtype) {
+  BareReader reader(path, subtype);
+  return reader.Read(INT64_MAX) ? reader.bytes() : -1;
 }
 
 }  // namespace bench

@@ -1,13 +1,7 @@
 // The decoder's ReadAudio in 4,096-frame blocks against a bare libavformat /
-// libavcodec decode loop of the same file, natively. In a round both open the
-// file, decode it side by side, taking turns every slice of a few
-// milliseconds, and close it; each one's time is summed over the round. Turns
-// that short let both see the same machine, where a guest's clock speed and
-// neighbours change from one second to the next. The medians of the rounds'
-// times and of their ratios are printed with the goal.
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
+// libavcodec decode loop of the same file, natively, side by side in slices
+// of 64 blocks; the medians of the rounds' times and of their ratios are
+// printed with the goal.
 #include <iostream>
 #include <memory>
 #include <string>
@@ -19,53 +13,16 @@ extern "C" {
 }
 
 #include "aurivox/Aurivox.h"
-#include "aurivox/Decoder.h"
 #include "orxcore/String.h"
+#include "support/DecoderRun.h"
+#include "support/SideBySide.h"
 #include "support/Table.h"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
-
-constexpr std::uint32_t kBlockFrames = 4096;
-constexpr std::int64_t kSliceFrames = 64 * kBlockFrames;
+constexpr std::int64_t kSliceFrames = 64 * bench::DecoderRun::kBlockFrames;
 constexpr double kGoal = 1.05;
 constexpr int kRounds = 7;
-
-// Every sample through the module, as the host reads it.
-class AurivoxRun {
- public:
-  explicit AurivoxRun(const orxcore::WString& path) {
-    imFileInfoRec8 info{};
-    if (decoder_.Open(path, &info) != 0) return;
-    frames_ = decoder_.GetDuration();
-    channels_.assign(info.numChannels, std::vector<float>(kBlockFrames));
-    for (auto& channel : channels_) buffers_.push_back(channel.data());
-  }
-
-  bool done() const { return position_ >= frames_; }
-
-  // The next `frames`, in blocks; false when a read fails.
-  bool Decode(std::int64_t frames) {
-    for (const std::int64_t end = position_ + frames; position_ < end && !done(); position_ += kBlockFrames) {
-      imImportAudioRec7 rec{};
-      rec.position = position_;
-      rec.size = kBlockFrames;
-      rec.buffer = buffers_.data();
-      if (decoder_.ReadAudio(&rec) != 0) return false;
-    }
-    return true;
-  }
-
-  std::int64_t frames() const { return frames_; }
-
- private:
-  Aurivox::Decoder decoder_;
-  std::int64_t frames_ = -1;
-  std::int64_t position_ = 0;
-  std::vector<std::vector<float>> channels_;
-  std::vector<float*> buffers_;
-};
 
 // The same file through FFmpeg alone: demux, decode, nothing else.
 class BareRun {
@@ -94,6 +51,7 @@ class BareRun {
     avformat_close_input(&format_);
   }
 
+  bool ok() const { return ok_; }
   bool done() const { return !ok_ || drained_; }
 
   // At least `frames` more, or what is left.
@@ -114,8 +72,6 @@ class BareRun {
     return ok_;
   }
 
-  std::int64_t frames() const { return frames_; }
-
  private:
   AVFormatContext* format_ = nullptr;
   AVCodecContext* context_ = nullptr;
@@ -127,47 +83,6 @@ class BareRun {
   bool drained_ = false;
   std::int64_t frames_ = 0;
 };
-
-double SecondsSince(Clock::time_point start) {
-  return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-// Calls `work` and adds the seconds it took to `total`.
-template <typename Work>
-auto Timed(double& total, Work&& work) {
-  const Clock::time_point start = Clock::now();
-  auto result = work();
-  total += SecondsSince(start);
-  return result;
-}
-
-struct Round {
-  double aurivox = 0;
-  double bare = 0;
-  bool ok = false;
-};
-
-Round DecodeSideBySide(const orxcore::WString& wide, const std::string& path) {
-  Round round;
-  auto aurivox = Timed(round.aurivox, [&] { return std::make_unique<AurivoxRun>(wide); });
-  auto bare = Timed(round.bare, [&] { return std::make_unique<BareRun>(path); });
-  bool ok = aurivox->frames() > 0;
-  while (ok && !(aurivox->done() && bare->done())) {
-    ok = Timed(round.aurivox, [&] { return aurivox->Decode(kSliceFrames); }) &&
-         Timed(round.bare, [&] { return bare->Decode(kSliceFrames); });
-  }
-  // A bare decode delivers whole codec frames, so it may end a little past
-  // the length the container gives.
-  round.ok = ok && bare->frames() >= aurivox->frames();
-  Timed(round.aurivox, [&] { aurivox.reset(); return 0; });
-  Timed(round.bare, [&] { bare.reset(); return 0; });
-  return round;
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + values.size() / 2, values.end());
-  return values[values.size() / 2];
-}
 
 }  // namespace
 
@@ -182,22 +97,29 @@ int main(int argc, char** argv) {
   for (int i = 1; i < argc; ++i) {
     const std::string path = argv[i];
     const orxcore::WString wide = orxcore::UTF8to16(path);
-    std::vector<double> aurivox, bare, ratios;
-    for (int r = 0; r <= kRounds; ++r) {
-      const Round round = DecodeSideBySide(wide, path);
-      if (!round.ok) break;
-      if (r == 0) continue;  // warms the file's pages and the code up
-      aurivox.push_back(round.aurivox);
-      bare.push_back(round.bare);
-      ratios.push_back(round.aurivox / round.bare);
-    }
-    if (ratios.size() != kRounds) {
+    std::unique_ptr<bench::DecoderRun> aurivox;
+    std::unique_ptr<BareRun> bare;
+    bool ok = true;
+    const bench::SideBySideResult result = bench::MeasureSideBySide(
+        {[&] { aurivox = std::make_unique<bench::DecoderRun>(wide); },
+         [&] { return aurivox->Read(kSliceFrames); },
+         [&] {
+           ok = ok && aurivox->result() == Aurivox::kResultSuccess && aurivox->frames() > 0;
+           aurivox.reset();
+         }},
+        {[&] { bare = std::make_unique<BareRun>(path); }, [&] { return bare->Decode(kSliceFrames) && !bare->done(); },
+         [&] {
+           ok = ok && bare->ok();
+           bare.reset();
+         }},
+        kRounds);
+    if (!ok) {
       std::cerr << path << ": cannot be decoded\n";
       status = 1;
       continue;
     }
-    const std::string seconds[] = {bench::Fixed(Median(aurivox), 3), bench::Fixed(Median(bare), 3)};
-    const std::string ratio = bench::Fixed(Median(ratios), 3) + "x";
+    const std::string seconds[] = {bench::Fixed(result.firstSeconds, 3), bench::Fixed(result.secondSeconds, 3)};
+    const std::string ratio = bench::Fixed(result.ratio, 3) + "x";
     const std::string name = path.substr(path.find_last_of('/') + 1);
     table.AddRow({name, seconds[0], seconds[1], ratio, "<= " + bench::Fixed(kGoal, 2) + "x"});
     bench::PrintSummaryRow(std::cout, {"ffmpeg_decode_bench", name, seconds[0] + " s", seconds[1] + " s", ratio});

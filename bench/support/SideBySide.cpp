@@ -1,0 +1,47 @@
+#include "SideBySide.h"
+
+#include <algorithm>
+#include <chrono>
+#include <vector>
+
+namespace bench {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+template <typename Work>
+auto Timed(double& total, const Work& work) {
+  const Clock::time_point start = Clock::now();
+  const auto result = work();
+  total += std::chrono::duration<double>(Clock::now() - start).count();
+  return result;
+}
+
+double Median(std::vector<double> values) {
+  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
+  return values[values.size() / 2];
+}
+
+}  // namespace
+
+SideBySideResult MeasureSideBySide(const SlicedCandidate& first, const SlicedCandidate& second, int rounds) {
+  std::vector<double> firstSeconds, secondSeconds, ratios;
+  for (int round = 0; round <= rounds; ++round) {
+    double a = 0, b = 0;
+    Timed(a, [&] { first.start(); return 0; });
+    Timed(b, [&] { second.start(); return 0; });
+    for (bool firstBusy = true, secondBusy = true; firstBusy || secondBusy;) {
+      if (firstBusy) firstBusy = Timed(a, first.slice);
+      if (secondBusy) secondBusy = Timed(b, second.slice);
+    }
+    Timed(a, [&] { first.finish(); return 0; });
+    Timed(b, [&] { second.finish(); return 0; });
+    if (round == 0) continue;
+    firstSeconds.push_back(a);
+    secondSeconds.push_back(b);
+    ratios.push_back(a / b);
+  }
+  return {Median(firstSeconds), Median(secondSeconds), Median(ratios)};
+}
+
+}  // namespace bench
