@@ -31,23 +31,30 @@ struct ChannelBuffers {
   std::vector<float*> pointers;
 };
 
-// The common layouts have loops of their own, 4-byte samples a vector path;
-// 11 frames leave a remainder after any block of frames.
+// The common layouts have loops of their own, 2- and 4-byte samples vector
+// steps of 4 to 16 frames, with and without AVX2: 35 frames leave a
+// remainder after any step, 32 end where a step's loads would pass the end.
 TEST(Deinterleave, EachChannelGetsItsSamplesPackedAtTheirWidth) {
-  const std::size_t frames = 11;
-  for (const std::uint32_t width : {1u, 2u, 3u, 4u}) {
-    for (const std::uint32_t channels : {1u, 2u, 3u, 6u, 8u}) {
-      for (const bool withoutFirst : {false, true}) {
-        SCOPED_TRACE(testing::Message() << width << " bytes, " << channels << " channels, " << withoutFirst);
-        const auto interleaved = Interleaved(frames, channels, width);
-        ChannelBuffers buffers(channels, frames + 1);
-        if (withoutFirst) buffers.pointers[0] = nullptr;  // a channel nobody wants
-        DeinterleaveSamples(interleaved.data(), frames, channels, width, buffers.pointers.data());
-        for (std::uint32_t n = 0; n < channels; ++n) {
-          for (std::size_t i = 0; i <= frames * width; ++i) {
-            const bool written = i < frames * width && !(withoutFirst && n == 0);
-            ASSERT_EQ(buffers.bytes[n][i], written ? SampleByte(i / width, n, i % width) : 0xEE)
-                << "channel " << n << " byte " << i;
+  for (const std::size_t frames : {32u, 35u}) {
+    for (const auto instructions : {VectorInstructions::kSse2, VectorInstructions::kAvx2}) {
+      LimitDeinterleaveInstructions(instructions);
+      for (const std::uint32_t width : {1u, 2u, 3u, 4u}) {
+        for (const std::uint32_t channels : {1u, 2u, 3u, 6u, 8u}) {
+          for (const bool withoutFirst : {false, true}) {
+            SCOPED_TRACE(testing::Message() << frames << " frames, " << width << " bytes, " << channels
+                                            << " channels, " << withoutFirst << ", AVX2 "
+                                            << (instructions == VectorInstructions::kAvx2));
+            const auto interleaved = Interleaved(frames, channels, width);
+            ChannelBuffers buffers(channels, frames + 1);
+            if (withoutFirst) buffers.pointers[0] = nullptr;  // a channel nobody wants
+            DeinterleaveSamples(interleaved.data(), frames, channels, width, buffers.pointers.data());
+            for (std::uint32_t n = 0; n < channels; ++n) {
+              for (std::size_t i = 0; i <= frames * width; ++i) {
+                const bool written = i < frames * width && !(withoutFirst && n == 0);
+                ASSERT_EQ(buffers.bytes[n][i], written ? SampleByte(i / width, n, i % width) : 0xEE)
+                    << "channel " << n << " byte " << i;
+              }
+            }
           }
         }
       }

@@ -1,6 +1,7 @@
 #include "PendingAudio.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <new>
 #include <stdexcept>
@@ -10,8 +11,20 @@
 #define AURIVOX_DEINTERLEAVE_SSE2 1
 #endif
 
+#ifdef AURIVOX_DEINTERLEAVE_AVX2
+#include "DeinterleaveAvx2.h"
+#endif
+
 namespace windowsmediafoundation {
 namespace {
+
+#ifdef AURIVOX_DEINTERLEAVE_AVX2
+bool CpuRunsAvx2() {
+  __builtin_cpu_init();
+  return __builtin_cpu_supports("avx2");
+}
+std::atomic<bool> g_useAvx2{CpuRunsAvx2()};
+#endif
 
 // The general loop for frames `first` to `frames`: any channel count, null
 // buffers skipped, one channel at a time.
@@ -157,11 +170,21 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
       std::all_of(channelBuffers, channelBuffers + channels, [](const float* buffer) { return buffer != nullptr; });
 #ifdef AURIVOX_DEINTERLEAVE_SSE2
   if (everyChannelWanted && sizeof(Sample) == 4 && channels > 2) {
+#ifdef AURIVOX_DEINTERLEAVE_AVX2
+    const std::size_t done = g_useAvx2 ? DeinterleaveWordsAvx2(interleaved, frames, channels, channelBuffers)
+                                       : DeinterleaveWords(interleaved, frames, channels, channelBuffers);
+#else
     const std::size_t done = DeinterleaveWords(interleaved, frames, channels, channelBuffers);
+#endif
     return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
   }
   if (everyChannelWanted && sizeof(Sample) == 2 && channels > 2 && channels <= 8) {
+#ifdef AURIVOX_DEINTERLEAVE_AVX2
+    const std::size_t done = g_useAvx2 ? DeinterleaveHalfWordsAvx2(interleaved, frames, channels, channelBuffers)
+                                       : DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
+#else
     const std::size_t done = DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
+#endif
     return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
   }
 #endif
@@ -189,6 +212,14 @@ void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, st
     case 4: return DeinterleaveWidth<std::uint32_t>(interleaved, frames, channels, channelBuffers);
     default: return;  // the client type never has another width
   }
+}
+
+void LimitDeinterleaveInstructions(VectorInstructions widest) {
+#ifdef AURIVOX_DEINTERLEAVE_AVX2
+  g_useAvx2 = widest == VectorInstructions::kAvx2 && CpuRunsAvx2();
+#else
+  (void)widest;
+#endif
 }
 
 void PendingAudio::Clear() {

@@ -16,6 +16,11 @@ namespace windowsmediafoundation {
 void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                          std::uint32_t bytesPerSample, float* const* channelBuffers);
 
+// The widest vector instructions DeinterleaveSamples uses: AVX2 where the
+// CPU runs it. Tests narrow it to reach the SSE2 steps on such a CPU too.
+enum class VectorInstructions { kSse2, kAvx2 };
+void LimitDeinterleaveInstructions(VectorInstructions widest);
+
 // Interleaved frames in the client format, appended as the decoder delivers
 // them and consumed from the front. May end in a partial frame. Consumed
 // bytes are skipped by an offset and dropped only now and then, so a large

@@ -1,0 +1,102 @@
+// Built with AVX2 enabled; called only when the CPU runs it.
+#include "DeinterleaveAvx2.h"
+
+#include <immintrin.h>
+
+#include <cstring>
+
+namespace windowsmediafoundation {
+namespace {
+
+// Four samples of frame `low` in the low half, of frame `high` in the high
+// half: the second load joins the register without a shuffle.
+inline __m256 LoadTwo(const float* low, const float* high) {
+  return _mm256_insertf128_ps(_mm256_castps128_ps256(_mm_loadu_ps(low)), _mm_loadu_ps(high), 1);
+}
+
+inline __m256i LoadTwo(const std::uint8_t* low, const std::uint8_t* high) {
+  return _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(low))),
+                                 _mm_loadu_si128(reinterpret_cast<const __m128i*>(high)), 1);
+}
+
+}  // namespace
+
+// Frames f..f+3 sit in the low halves, f+4..f+7 in the high ones, so one 4 x 4
+// transpose a half gives eight samples of a channel in a register. A pair of
+// channels loads four samples, so the loop stops where that would pass the end.
+std::size_t DeinterleaveWordsAvx2(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                                  float* const* channelBuffers) {
+  const auto* samples = reinterpret_cast<const float*>(interleaved);
+  const std::size_t stride = channels;
+  std::size_t f = 0;
+  for (; f + 8 <= frames && (f + 8) * stride + 2 <= frames * stride; f += 8) {
+    const float* frame = samples + f * stride;
+    std::uint32_t c = 0;
+    for (; c + 4 <= channels; c += 4) {
+      const __m256 r0 = LoadTwo(frame + c, frame + 4 * stride + c);
+      const __m256 r1 = LoadTwo(frame + stride + c, frame + 5 * stride + c);
+      const __m256 r2 = LoadTwo(frame + 2 * stride + c, frame + 6 * stride + c);
+      const __m256 r3 = LoadTwo(frame + 3 * stride + c, frame + 7 * stride + c);
+      const __m256 t0 = _mm256_unpacklo_ps(r0, r1);
+      const __m256 t1 = _mm256_unpackhi_ps(r0, r1);
+      const __m256 t2 = _mm256_unpacklo_ps(r2, r3);
+      const __m256 t3 = _mm256_unpackhi_ps(r2, r3);
+      _mm256_storeu_ps(channelBuffers[c] + f, _mm256_shuffle_ps(t0, t2, _MM_SHUFFLE(1, 0, 1, 0)));
+      _mm256_storeu_ps(channelBuffers[c + 1] + f, _mm256_shuffle_ps(t0, t2, _MM_SHUFFLE(3, 2, 3, 2)));
+      _mm256_storeu_ps(channelBuffers[c + 2] + f, _mm256_shuffle_ps(t1, t3, _MM_SHUFFLE(1, 0, 1, 0)));
+      _mm256_storeu_ps(channelBuffers[c + 3] + f, _mm256_shuffle_ps(t1, t3, _MM_SHUFFLE(3, 2, 3, 2)));
+    }
+    for (; c + 2 <= channels; c += 2) {
+      const __m256 a = _mm256_unpacklo_ps(LoadTwo(frame + c, frame + 4 * stride + c),
+                                          LoadTwo(frame + stride + c, frame + 5 * stride + c));
+      const __m256 b = _mm256_unpacklo_ps(LoadTwo(frame + 2 * stride + c, frame + 6 * stride + c),
+                                          LoadTwo(frame + 3 * stride + c, frame + 7 * stride + c));
+      _mm256_storeu_ps(channelBuffers[c] + f, _mm256_shuffle_ps(a, b, _MM_SHUFFLE(1, 0, 1, 0)));
+      _mm256_storeu_ps(channelBuffers[c + 1] + f, _mm256_shuffle_ps(a, b, _MM_SHUFFLE(3, 2, 3, 2)));
+    }
+    for (; c < channels; ++c) {
+      for (std::size_t k = 0; k < 8; ++k) std::memcpy(channelBuffers[c] + f + k, frame + k * stride + c, 4);
+    }
+  }
+  return f;
+}
+
+// The SSE2 step's 8 x 8 transpose of 16-bit lanes, with frames f..f+7 in the
+// low halves and f+8..f+15 in the high ones.
+std::size_t DeinterleaveHalfWordsAvx2(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                                      float* const* channelBuffers) {
+  const std::size_t frameBytes = std::size_t{channels} * 2;
+  std::size_t f = 0;
+  for (; f + 16 <= frames && (f + 15) * frameBytes + 16 <= frames * frameBytes; f += 16) {
+    const std::uint8_t* frame = interleaved + f * frameBytes;
+    __m256i r[8];
+    for (std::size_t k = 0; k < 8; ++k) r[k] = LoadTwo(frame + k * frameBytes, frame + (k + 8) * frameBytes);
+    const __m256i a0 = _mm256_unpacklo_epi16(r[0], r[1]);
+    const __m256i a1 = _mm256_unpacklo_epi16(r[2], r[3]);
+    const __m256i a2 = _mm256_unpacklo_epi16(r[4], r[5]);
+    const __m256i a3 = _mm256_unpacklo_epi16(r[6], r[7]);
+    const __m256i a4 = _mm256_unpackhi_epi16(r[0], r[1]);
+    const __m256i a5 = _mm256_unpackhi_epi16(r[2], r[3]);
+    const __m256i a6 = _mm256_unpackhi_epi16(r[4], r[5]);
+    const __m256i a7 = _mm256_unpackhi_epi16(r[6], r[7]);
+    const __m256i b0 = _mm256_unpacklo_epi32(a0, a1);
+    const __m256i b1 = _mm256_unpacklo_epi32(a2, a3);
+    const __m256i b2 = _mm256_unpackhi_epi32(a0, a1);
+    const __m256i b3 = _mm256_unpackhi_epi32(a2, a3);
+    const __m256i b4 = _mm256_unpacklo_epi32(a4, a5);
+    const __m256i b5 = _mm256_unpacklo_epi32(a6, a7);
+    const __m256i b6 = _mm256_unpackhi_epi32(a4, a5);
+    const __m256i b7 = _mm256_unpackhi_epi32(a6, a7);
+    const __m256i rows[8] = {_mm256_unpacklo_epi64(b0, b1), _mm256_unpackhi_epi64(b0, b1),
+                             _mm256_unpacklo_epi64(b2, b3), _mm256_unpackhi_epi64(b2, b3),
+                             _mm256_unpacklo_epi64(b4, b5), _mm256_unpackhi_epi64(b4, b5),
+                             _mm256_unpacklo_epi64(b6, b7), _mm256_unpackhi_epi64(b6, b7)};
+    for (std::uint32_t c = 0; c < channels; ++c) {
+      auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[c]) + f * 2;
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(destination), rows[c]);
+    }
+  }
+  return f;
+}
+
+}  // namespace windowsmediafoundation
