@@ -13,6 +13,7 @@
 
 #ifdef AURIVOX_DEINTERLEAVE_AVX2
 #include "DeinterleaveAvx2.h"
+#include "DispatchState.h"
 #endif
 
 namespace windowsmediafoundation {
@@ -20,8 +21,9 @@ namespace {
 
 #ifdef AURIVOX_DEINTERLEAVE_AVX2
 bool CpuRunsAvx2() {
-  __builtin_cpu_init();
-  return __builtin_cpu_supports("avx2");
+  vectorkernels::CpuFeatureMask features = 0;
+  constexpr vectorkernels::CpuFeatureMask kAvx2 = vectorkernels::kFeatureAvx2Group | vectorkernels::kFeatureAvxState;
+  return vectorkernels::DetectCpuFeatures(&features) == 1 && (features & kAvx2) == kAvx2;
 }
 std::atomic<bool> g_useAvx2{CpuRunsAvx2()};
 #endif
