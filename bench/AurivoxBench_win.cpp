@@ -41,8 +41,6 @@ constexpr wchar_t kStereoAac[] = L"stereo-aac-10min.m4a";
 constexpr wchar_t kSurroundWave[] = L"surround51-s16-10min.wav";
 constexpr wchar_t kFloat10[] = L"surround51-f32-10min.wav";
 constexpr wchar_t kFloat60[] = L"surround51-f32-60min.wav";
-// Turns of the side-by-side decodes: about 5 s of 48 kHz audio.
-constexpr int kSliceBlocks = 64;
 
 orxcore::WString Wide(const fs::path& path) {
   const std::wstring text = path.wstring();
@@ -84,7 +82,8 @@ void MeasureOverhead(const fs::path& media, int rounds) {
                         {kFloat10, MFAudioFormat_Float, "10 min 5.1 WAVE, float, 22.05 kHz"}};
   std::cout << "Decoder overhead: Decoder::ReadAudio in " << bench::DecoderRun::kBlockFrames
             << "-frame blocks, open included, vs a bare IMFSourceReader\nloop in the same client type that copies "
-            << "each buffer out once, side by side in turns of " << kSliceBlocks << " blocks;\nmedian of " << rounds
+            << "each buffer out once, side by side in turns of " << bench::DecoderRun::kSliceFrames
+            << " frames;\nmedian of " << rounds
             << " rounds; x bare = median of the rounds' decoder time / bare reader time (target at most 1.02)\n\n";
   bench::Table table({"file", "code", "s", "x realtime", "MB delivered", "x bare"});
   for (const Case& c : cases) {
@@ -97,10 +96,9 @@ void MeasureOverhead(const fs::path& media, int rounds) {
     const bench::SideBySideResult result = bench::MeasureSideBySide(
         {[&] {
            decoder = std::make_unique<bench::DecoderRun>(Wide(path));
-           sliceBytes = std::int64_t{kSliceBlocks} * bench::DecoderRun::kBlockFrames * decoder->channels() *
-                        decoder->width();
+           sliceBytes = bench::DecoderRun::kSliceFrames * decoder->channels() * decoder->width();
          },
-         [&] { return decoder->Read(std::int64_t{kSliceBlocks} * bench::DecoderRun::kBlockFrames); },
+         [&] { return decoder->Read(bench::DecoderRun::kSliceFrames); },
          [&] {
            ok = ok && decoder->result() == Aurivox::kResultSuccess;
            decoderBytes = decoder->frames() * decoder->channels() * decoder->width();

@@ -1,7 +1,7 @@
 // The decoder's ReadAudio in 4,096-frame blocks against a bare libavformat /
-// libavcodec decode loop of the same file, natively, side by side in slices
-// of 64 blocks; the medians of the rounds' times and of their ratios are
-// printed with the goal.
+// libavcodec decode loop of the same file, natively, side by side in turns;
+// the medians of the rounds' times and of their ratios are printed with the
+// goal.
 #include <iostream>
 #include <memory>
 #include <string>
@@ -20,7 +20,6 @@ extern "C" {
 
 namespace {
 
-constexpr std::int64_t kSliceFrames = 64 * bench::DecoderRun::kBlockFrames;
 constexpr double kGoal = 1.05;
 constexpr int kRounds = 7;
 
@@ -102,12 +101,13 @@ int main(int argc, char** argv) {
     bool ok = true;
     const bench::SideBySideResult result = bench::MeasureSideBySide(
         {[&] { aurivox = std::make_unique<bench::DecoderRun>(wide); },
-         [&] { return aurivox->Read(kSliceFrames); },
+         [&] { return aurivox->Read(bench::DecoderRun::kSliceFrames); },
          [&] {
            ok = ok && aurivox->result() == Aurivox::kResultSuccess && aurivox->frames() > 0;
            aurivox.reset();
          }},
-        {[&] { bare = std::make_unique<BareRun>(path); }, [&] { return bare->Decode(kSliceFrames) && !bare->done(); },
+        {[&] { bare = std::make_unique<BareRun>(path); },
+         [&] { return bare->Decode(bench::DecoderRun::kSliceFrames) && !bare->done(); },
          [&] {
            ok = ok && bare->ok();
            bare.reset();
