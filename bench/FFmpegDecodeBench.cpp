@@ -122,7 +122,8 @@ int main(int argc, char** argv) {
     const std::string ratio = bench::Fixed(result.ratio, 3) + "x";
     const std::string name = path.substr(path.find_last_of('/') + 1);
     table.AddRow({name, seconds[0], seconds[1], ratio, "<= " + bench::Fixed(kGoal, 2) + "x"});
-    bench::PrintSummaryRow(std::cout, {"ffmpeg_decode_bench", name, seconds[0] + " s", seconds[1] + " s", ratio});
+    bench::PrintSummaryRow(std::cout, {"ffmpeg_decode_bench", name, seconds[0] + " s", seconds[1] + " s", ratio},
+                           result.ratio, bench::Goal::AtMost(kGoal));
   }
   table.Print(std::cout);
   Aurivox::Terminate();

@@ -54,9 +54,14 @@ std::string Fixed(double value, int decimals) {
   return text;
 }
 
-void PrintSummaryRow(std::ostream& out, const std::vector<std::string>& cells) {
+void PrintSummaryRow(std::ostream& out, const std::vector<std::string>& cells, double ratio, Goal goal) {
   out << "@summary";
   for (const std::string& cell : cells) out << '\t' << cell;
+  switch (goal.kind) {
+    case Goal::Kind::kNone: out << "\t-\t-"; break;
+    case Goal::Kind::kAtMost: out << "\t<= " << Fixed(goal.limit, 2) << (ratio <= goal.limit ? "\tyes" : "\tno"); break;
+    case Goal::Kind::kAtLeast: out << "\t>= " << Fixed(goal.limit, 2) << (ratio >= goal.limit ? "\tyes" : "\tno"); break;
+  }
   out << '\n';
 }
 

@@ -22,9 +22,19 @@ class Table {
 // `value` with `decimals` digits after the point.
 std::string Fixed(double value, int decimals);
 
+// What a summary row's ratio is held to, if anything.
+struct Goal {
+  enum class Kind { kNone, kAtMost, kAtLeast };
+  Kind kind = Kind::kNone;
+  double limit = 0;
+  static Goal AtMost(double limit) { return {Kind::kAtMost, limit}; }
+  static Goal AtLeast(double limit) { return {Kind::kAtLeast, limit}; }
+};
+
 // One row for the summary table that ./scripts/bench gathers from every
-// benchmark: benchmark, case, figure, reference figure, ratio. Printed as a
+// benchmark: benchmark, case, figure, reference figure, ratio (from
+// `cells`), then the goal and whether `ratio` meets it. Printed as a
 // tab-separated line that starts with "@summary".
-void PrintSummaryRow(std::ostream& out, const std::vector<std::string>& cells);
+void PrintSummaryRow(std::ostream& out, const std::vector<std::string>& cells, double ratio, Goal goal);
 
 }  // namespace bench
