@@ -5,6 +5,8 @@
 
 #include <cstring>
 
+#include "HalfWordTranspose.h"
+
 namespace windowsmediafoundation {
 namespace {
 
@@ -18,6 +20,16 @@ inline __m256i LoadTwo(const std::uint8_t* low, const std::uint8_t* high) {
   return _mm256_inserti128_si256(_mm256_castsi128_si256(_mm_loadu_si128(reinterpret_cast<const __m128i*>(low))),
                                  _mm_loadu_si128(reinterpret_cast<const __m128i*>(high)), 1);
 }
+
+struct Avx2Lanes {
+  using Vector = __m256i;
+  static Vector Low16(Vector a, Vector b) { return _mm256_unpacklo_epi16(a, b); }
+  static Vector High16(Vector a, Vector b) { return _mm256_unpackhi_epi16(a, b); }
+  static Vector Low32(Vector a, Vector b) { return _mm256_unpacklo_epi32(a, b); }
+  static Vector High32(Vector a, Vector b) { return _mm256_unpackhi_epi32(a, b); }
+  static Vector Low64(Vector a, Vector b) { return _mm256_unpacklo_epi64(a, b); }
+  static Vector High64(Vector a, Vector b) { return _mm256_unpackhi_epi64(a, b); }
+};
 
 }  // namespace
 
@@ -61,8 +73,8 @@ std::size_t DeinterleaveWordsAvx2(const std::uint8_t* interleaved, std::size_t f
   return f;
 }
 
-// The SSE2 step's 8 x 8 transpose of 16-bit lanes, with frames f..f+7 in the
-// low halves and f+8..f+15 in the high ones.
+// The SSE2 step's transpose, with frames f..f+7 in the low halves and
+// f+8..f+15 in the high ones.
 std::size_t DeinterleaveHalfWordsAvx2(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                                       float* const* channelBuffers) {
   const std::size_t frameBytes = std::size_t{channels} * 2;
@@ -71,26 +83,8 @@ std::size_t DeinterleaveHalfWordsAvx2(const std::uint8_t* interleaved, std::size
     const std::uint8_t* frame = interleaved + f * frameBytes;
     __m256i r[8];
     for (std::size_t k = 0; k < 8; ++k) r[k] = LoadTwo(frame + k * frameBytes, frame + (k + 8) * frameBytes);
-    const __m256i a0 = _mm256_unpacklo_epi16(r[0], r[1]);
-    const __m256i a1 = _mm256_unpacklo_epi16(r[2], r[3]);
-    const __m256i a2 = _mm256_unpacklo_epi16(r[4], r[5]);
-    const __m256i a3 = _mm256_unpacklo_epi16(r[6], r[7]);
-    const __m256i a4 = _mm256_unpackhi_epi16(r[0], r[1]);
-    const __m256i a5 = _mm256_unpackhi_epi16(r[2], r[3]);
-    const __m256i a6 = _mm256_unpackhi_epi16(r[4], r[5]);
-    const __m256i a7 = _mm256_unpackhi_epi16(r[6], r[7]);
-    const __m256i b0 = _mm256_unpacklo_epi32(a0, a1);
-    const __m256i b1 = _mm256_unpacklo_epi32(a2, a3);
-    const __m256i b2 = _mm256_unpackhi_epi32(a0, a1);
-    const __m256i b3 = _mm256_unpackhi_epi32(a2, a3);
-    const __m256i b4 = _mm256_unpacklo_epi32(a4, a5);
-    const __m256i b5 = _mm256_unpacklo_epi32(a6, a7);
-    const __m256i b6 = _mm256_unpackhi_epi32(a4, a5);
-    const __m256i b7 = _mm256_unpackhi_epi32(a6, a7);
-    const __m256i rows[8] = {_mm256_unpacklo_epi64(b0, b1), _mm256_unpackhi_epi64(b0, b1),
-                             _mm256_unpacklo_epi64(b2, b3), _mm256_unpackhi_epi64(b2, b3),
-                             _mm256_unpacklo_epi64(b4, b5), _mm256_unpackhi_epi64(b4, b5),
-                             _mm256_unpacklo_epi64(b6, b7), _mm256_unpackhi_epi64(b6, b7)};
+    __m256i rows[8];
+    TransposeHalfWords<Avx2Lanes>(r, rows);
     for (std::uint32_t c = 0; c < channels; ++c) {
       auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[c]) + f * 2;
       _mm256_storeu_si256(reinterpret_cast<__m256i*>(destination), rows[c]);

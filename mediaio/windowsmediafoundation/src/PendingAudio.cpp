@@ -8,6 +8,8 @@
 
 #if defined(__SSE2__) || defined(_M_X64)
 #include <emmintrin.h>
+
+#include "HalfWordTranspose.h"
 #define AURIVOX_DEINTERLEAVE_SSE2 1
 #endif
 
@@ -124,6 +126,16 @@ std::size_t DeinterleaveWords(const std::uint8_t* interleaved, std::size_t frame
   }
   return f;
 }
+struct Sse2Lanes {
+  using Vector = __m128i;
+  static Vector Low16(Vector a, Vector b) { return _mm_unpacklo_epi16(a, b); }
+  static Vector High16(Vector a, Vector b) { return _mm_unpackhi_epi16(a, b); }
+  static Vector Low32(Vector a, Vector b) { return _mm_unpacklo_epi32(a, b); }
+  static Vector High32(Vector a, Vector b) { return _mm_unpackhi_epi32(a, b); }
+  static Vector Low64(Vector a, Vector b) { return _mm_unpacklo_epi64(a, b); }
+  static Vector High64(Vector a, Vector b) { return _mm_unpackhi_epi64(a, b); }
+};
+
 // 2-byte samples of three to eight channels, every channel wanted, eight
 // frames at a time: an 8 x 8 transpose of 16-bit lanes whose first rows are
 // the channels. A load may reach past its frame, so the loop stops where it
@@ -136,25 +148,8 @@ std::size_t DeinterleaveHalfWords(const std::uint8_t* interleaved, std::size_t f
     const std::uint8_t* frame = interleaved + f * frameBytes;
     __m128i r[8];
     for (std::size_t k = 0; k < 8; ++k) r[k] = _mm_loadu_si128(reinterpret_cast<const __m128i*>(frame + k * frameBytes));
-    const __m128i a0 = _mm_unpacklo_epi16(r[0], r[1]);
-    const __m128i a1 = _mm_unpacklo_epi16(r[2], r[3]);
-    const __m128i a2 = _mm_unpacklo_epi16(r[4], r[5]);
-    const __m128i a3 = _mm_unpacklo_epi16(r[6], r[7]);
-    const __m128i a4 = _mm_unpackhi_epi16(r[0], r[1]);
-    const __m128i a5 = _mm_unpackhi_epi16(r[2], r[3]);
-    const __m128i a6 = _mm_unpackhi_epi16(r[4], r[5]);
-    const __m128i a7 = _mm_unpackhi_epi16(r[6], r[7]);
-    const __m128i b0 = _mm_unpacklo_epi32(a0, a1);
-    const __m128i b1 = _mm_unpacklo_epi32(a2, a3);
-    const __m128i b2 = _mm_unpackhi_epi32(a0, a1);
-    const __m128i b3 = _mm_unpackhi_epi32(a2, a3);
-    const __m128i b4 = _mm_unpacklo_epi32(a4, a5);
-    const __m128i b5 = _mm_unpacklo_epi32(a6, a7);
-    const __m128i b6 = _mm_unpackhi_epi32(a4, a5);
-    const __m128i b7 = _mm_unpackhi_epi32(a6, a7);
-    const __m128i rows[8] = {_mm_unpacklo_epi64(b0, b1), _mm_unpackhi_epi64(b0, b1), _mm_unpacklo_epi64(b2, b3),
-                             _mm_unpackhi_epi64(b2, b3), _mm_unpacklo_epi64(b4, b5), _mm_unpackhi_epi64(b4, b5),
-                             _mm_unpacklo_epi64(b6, b7), _mm_unpackhi_epi64(b6, b7)};
+    __m128i rows[8];
+    TransposeHalfWords<Sse2Lanes>(r, rows);
     for (std::uint32_t c = 0; c < channels; ++c) {
       auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[c]) + f * 2;
       _mm_storeu_si128(reinterpret_cast<__m128i*>(destination), rows[c]);
