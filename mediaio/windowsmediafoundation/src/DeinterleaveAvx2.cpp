@@ -1,4 +1,6 @@
-// Built with AVX2 enabled; called only when the CPU runs it.
+// Built with AVX2 enabled; called only when the CPU runs it. Everything here
+// but the two entry points has internal linkage, so that the linker cannot
+// take an inline function built for AVX2 in place of another file's copy.
 #include "DeinterleaveAvx2.h"
 
 #include <immintrin.h>
