@@ -2,28 +2,16 @@
 
 #include <algorithm>
 
+#include "WaveFormat.h"
 #include "orxmediatypes/AudioFormat.h"
 
 namespace bench {
-namespace {
-
-std::uint32_t SampleWidth(std::int32_t sampleType) {
-  switch (sampleType) {
-    case 10: return 1;
-    case 20: return 2;
-    case 30: return 3;
-    default: return 4;
-  }
-}
-
-}  // namespace
-
 DecoderRun::DecoderRun(const orxcore::WString& path) : result_(decoder_.Open(path, nullptr)) {
   if (result_ != Aurivox::kResultSuccess) return;
   orxmediatypes::AudioFormat format;
   decoder_.GetAudioFormat(format);
   channels_ = format.GetChannelCount();
-  width_ = SampleWidth(format.GetSampleType());
+  width_ = audiofile::BytesPerSample(format);
   rate_ = format.GetSampleRate();
   length_ = decoder_.GetDuration();
   buffers_.assign(channels_, std::vector<float>(kBlockFrames));

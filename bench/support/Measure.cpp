@@ -27,14 +27,14 @@ std::int64_t CalibrateRepetitions(const std::function<void()>& call,
   return repetitions;
 }
 
+}  // namespace
+
 double Median(std::vector<double> values) {
   const std::size_t middle = values.size() / 2;
   std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(middle),
                    values.end());
   return values[middle];
 }
-
-}  // namespace
 
 std::vector<double> MedianSecondsPerRun(const std::vector<std::function<void()>>& runs, int rounds) {
   std::vector<std::vector<double>> samples(runs.size());

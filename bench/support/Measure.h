@@ -15,6 +15,9 @@ struct MeasureOptions {
   std::chrono::microseconds minimumBatch{5000};
 };
 
+// The middle value (the upper of the two middle ones for an even count).
+double Median(std::vector<double> values);
+
 // Median nanoseconds per call of each of `calls`, in the same order.
 std::vector<double> MedianNanosecondsPerCall(const std::vector<std::function<void()>>& calls,
                                              const MeasureOptions& options = {});

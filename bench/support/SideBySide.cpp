@@ -1,8 +1,9 @@
 #include "SideBySide.h"
 
-#include <algorithm>
 #include <chrono>
 #include <vector>
+
+#include "Measure.h"
 
 namespace bench {
 namespace {
@@ -15,11 +16,6 @@ auto Timed(double& total, const Work& work) {
   const auto result = work();
   total += std::chrono::duration<double>(Clock::now() - start).count();
   return result;
-}
-
-double Median(std::vector<double> values) {
-  std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2), values.end());
-  return values[values.size() / 2];
 }
 
 }  // namespace
