@@ -43,11 +43,13 @@ class FakeReaderTest : public ::testing::Test {
   }
 
   // Reads up to `frames` stereo 16-bit frames; the delivered samples of each
-  // channel come back, nothing when the read fails.
+  // channel come back, nothing when the read fails. Without `leftWanted` the
+  // left channel has no buffer.
   using Channels = std::vector<std::vector<std::uint8_t>>;
-  Channels Read(std::int32_t frames) {
+  Channels Read(std::int32_t frames, bool leftWanted = true) {
     Channels channels(2, std::vector<std::uint8_t>(frames * 4));
-    float* pointers[] = {reinterpret_cast<float*>(channels[0].data()), reinterpret_cast<float*>(channels[1].data())};
+    float* pointers[] = {leftWanted ? reinterpret_cast<float*>(channels[0].data()) : nullptr,
+                         reinterpret_cast<float*>(channels[1].data())};
     if (!reader->ReadAudioSamples(0, frames, pointers, 2)) return {};
     for (auto& channel : channels) channel.resize(frames * 2);
     return channels;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <iterator>
 #include <vector>
 
 namespace windowsmediafoundation {
@@ -62,26 +63,33 @@ TEST(Deinterleave, EachChannelGetsItsSamplesPackedAtTheirWidth) {
   }
 }
 
+// Hands out up to `frames` frames of `pending` into `out` from its front.
+std::size_t Deliver(PendingAudio& pending, std::size_t frames, std::uint32_t width, ChannelBuffers& out) {
+  AudioRequest request{out.pointers.data(), static_cast<std::uint32_t>(out.pointers.size()), width, frames};
+  pending.Deliver(request);
+  return request.filled;
+}
+
 TEST(PendingAudio, DeliversFromTheFrontKeepsAPartialFrameAndReservesRoom) {
   PendingAudio pending;
   const auto interleaved = Interleaved(5, 2, 3);  // 30 bytes
   ASSERT_TRUE(pending.Append(interleaved.data(), 10));  // one frame and 4 bytes
   ChannelBuffers out(2, 3);
-  EXPECT_EQ(pending.Deliver(3, 2, 3, out.pointers.data()), 1u);
+  EXPECT_EQ(Deliver(pending, 3, 3, out), 1u);
   EXPECT_EQ(out.bytes[1][2], SampleByte(0, 1, 2));
 
   ASSERT_TRUE(pending.Append(interleaved.data() + 10, 20));
-  EXPECT_EQ(pending.Deliver(2, 2, 3, out.pointers.data()), 2u);
+  EXPECT_EQ(Deliver(pending, 2, 3, out), 2u);
   // Frame 1 joined across the two appends.
   EXPECT_EQ(out.bytes[0][0], SampleByte(1, 0, 0));
   EXPECT_EQ(out.bytes[1][5], SampleByte(2, 1, 2));
-  EXPECT_EQ(pending.Deliver(4, 2, 3, out.pointers.data()), 2u) << "only two frames were left";
+  EXPECT_EQ(Deliver(pending, 4, 3, out), 2u) << "only two frames were left";
   EXPECT_EQ(out.bytes[1][3], SampleByte(4, 1, 0));
   EXPECT_EQ(pending.size(), 0u);
 
   // The client type never has other widths: frames are counted, not copied.
   ASSERT_TRUE(pending.Append(interleaved.data(), 30));
-  EXPECT_EQ(pending.Deliver(2, 2, 5, out.pointers.data()), 2u);
+  EXPECT_EQ(Deliver(pending, 2, 5, out), 2u);
   EXPECT_EQ(pending.size(), 10u);
   EXPECT_EQ(out.bytes[0][6], 0xEE);
 
@@ -101,6 +109,48 @@ TEST(PendingAudio, DeliversFromTheFrontKeepsAPartialFrameAndReservesRoom) {
   EXPECT_FALSE(pending.Append(nullptr, 4));
   EXPECT_EQ(pending.size(), 10u + more.size());
   EXPECT_EQ(pending.AvailableFrames(2, 0), 0u);
+}
+
+// Each channel holds its first `frames` samples, and nothing is written after.
+void ExpectFirstFrames(const ChannelBuffers& buffers, std::size_t frames, std::uint32_t width) {
+  for (std::uint32_t n = 0; n < buffers.bytes.size(); ++n) {
+    for (std::size_t i = 0; i < buffers.bytes[n].size(); ++i) {
+      ASSERT_EQ(buffers.bytes[n][i], i < frames * width ? SampleByte(i / width, n, i % width) : 0xEE)
+          << "channel " << n << " byte " << i;
+    }
+  }
+}
+
+// A request filled in turns from what is held and from decoded buffers, some
+// ending inside a frame, then put back: the next request gets the same bytes.
+TEST(PendingAudio, TakesDecodedBuffersInOrderAndPutsAFailedRequestBack) {
+  for (const std::uint32_t width : {2u, 3u, 4u}) {
+    SCOPED_TRACE(testing::Message() << width << " bytes");
+    const auto interleaved = Interleaved(40, 6, width);
+    const std::size_t frameBytes = 6 * width;
+    // Cut so that buffers start in and at the edge of frames.
+    const std::size_t cuts[] = {0, frameBytes + 1, 9 * frameBytes, 17 * frameBytes, 40 * frameBytes};
+    PendingAudio pending;
+    ASSERT_TRUE(pending.Reserve(40, 6, width));
+    ChannelBuffers out(6, 40);
+    AudioRequest request{out.pointers.data(), 6, width, 30};
+    ASSERT_TRUE(PendingAudio::CanPutBack(request));
+    for (std::size_t i = 0; i + 1 < std::size(cuts); ++i) {
+      ASSERT_TRUE(pending.Take(interleaved.data() + cuts[i], cuts[i + 1] - cuts[i], request));
+    }
+    ASSERT_EQ(request.filled, 30u);
+    EXPECT_EQ(pending.size(), 10 * frameBytes);
+    ExpectFirstFrames(out, 30, width);
+
+    pending.PutBack(request);
+    EXPECT_EQ(request.filled, 0u);
+    ChannelBuffers again(6, 40);
+    EXPECT_EQ(Deliver(pending, 40, width, again), 40u);
+    ExpectFirstFrames(again, 40, width);
+  }
+  ChannelBuffers withoutOne(2, 1);
+  withoutOne.pointers[1] = nullptr;
+  EXPECT_FALSE(PendingAudio::CanPutBack(AudioRequest{withoutOne.pointers.data(), 2, 2, 1}));
 }
 
 }  // namespace

@@ -163,7 +163,9 @@ class MFReader {
   HRESULT SetupAudioStream();
   HRESULT NegotiateClientAudioType(const GUID& sourceSubtype);
   HRESULT ReadClientAudioFormat();
-  HRESULT AppendSampleData(IMFSample* sample);
+  // Hands the sample's frames to `request` where it is given, keeping the
+  // rest in pending audio.
+  HRESULT TakeSampleData(IMFSample* sample, AudioRequest* request);
   bool ReadVideoGeometry();
   HRESULT SetupVideoStream();
   void NegotiateReaderVideoType();

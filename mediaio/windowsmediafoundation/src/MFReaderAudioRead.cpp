@@ -42,9 +42,14 @@ bool MFReader::ReadAudioSamples(std::int64_t /*position*/, std::int32_t& count, 
 
   HRESULT hr = S_OK;
   if (!pendingAudio_.Reserve(wanted, channels_, bytesPerSample)) hr = E_OUTOFMEMORY;
+  AudioRequest request{channelBuffers, channels_, bytesPerSample, static_cast<std::size_t>(wanted)};
+  // Frames are handed out as they are decoded, most of them without a copy
+  // into pending audio, when they can be put back should the request fail.
+  // Otherwise they wait in pending audio until the request is complete.
+  const bool early = wanted > 0 && PendingAudio::CanPutBack(request);
+  if (SUCCEEDED(hr) && early) pendingAudio_.Deliver(request);
   std::size_t available = pendingAudio_.AvailableFrames(channels_, bytesPerSample);
-  const auto wantedFrames = static_cast<std::size_t>(wanted);
-  while (SUCCEEDED(hr) && available < wantedFrames) {
+  while (SUCCEEDED(hr) && request.filled + available < request.wanted) {
     DWORD flags = 0;
     ComPtr<IMFSample> sample;
     // Decoded data is concatenated as it comes: timestamps, durations and
@@ -57,24 +62,27 @@ bool MFReader::ReadAudioSamples(std::int64_t /*position*/, std::int32_t& count, 
       break;
     }
     // The format is not renegotiated mid-stream.
-    if (flags & MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED) return false;
+    if (flags & MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED) {
+      pendingAudio_.PutBack(request);
+      return false;
+    }
     if (!sample) continue;  // a stream tick or a gap
-    hr = AppendSampleData(sample.Get());
+    hr = TakeSampleData(sample.Get(), early ? &request : nullptr);
     available = pendingAudio_.AvailableFrames(channels_, bytesPerSample);
   }
   if (FAILED(hr)) {
+    pendingAudio_.PutBack(request);
     TraceMFError(g_readAudioSamplesError, hr);
     return false;
   }
 
-  const std::size_t frames = std::min(wantedFrames, available);
-  pendingAudio_.Deliver(frames, channels_, bytesPerSample, channelBuffers);
-  samplesDelivered_ += static_cast<std::int64_t>(frames);
-  count = static_cast<std::int32_t>(frames);
+  pendingAudio_.Deliver(request);
+  samplesDelivered_ += static_cast<std::int64_t>(request.filled);
+  count = static_cast<std::int32_t>(request.filled);
   return true;
 }
 
-HRESULT MFReader::AppendSampleData(IMFSample* sample) {
+HRESULT MFReader::TakeSampleData(IMFSample* sample, AudioRequest* request) {
   ComPtr<IMFMediaBuffer> buffer;
   HRESULT hr = sample->ConvertToContiguousBuffer(&buffer);
   if (FAILED(hr)) return hr;
@@ -82,9 +90,9 @@ HRESULT MFReader::AppendSampleData(IMFSample* sample) {
   DWORD length = 0;
   hr = buffer->Lock(&data, nullptr, &length);
   if (FAILED(hr)) return hr;
-  const bool appended = pendingAudio_.Append(data, length);
+  const bool kept = request ? pendingAudio_.Take(data, length, *request) : pendingAudio_.Append(data, length);
   hr = buffer->Unlock();
-  if (!appended) return E_OUTOFMEMORY;
+  if (!kept) return E_OUTOFMEMORY;
   return hr;
 }
 

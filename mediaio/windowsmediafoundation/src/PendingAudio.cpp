@@ -271,14 +271,83 @@ std::size_t PendingAudio::AvailableFrames(std::uint32_t channels, std::uint32_t 
   return size() / bytesPerSample / channels;
 }
 
-std::size_t PendingAudio::Deliver(std::size_t frames, std::uint32_t channels, std::uint32_t bytesPerSample,
-                                  float* const* channelBuffers) {
-  frames = std::min(frames, AvailableFrames(channels, bytesPerSample));
-  if (frames == 0) return 0;
-  DeinterleaveSamples(bytes_.data() + start_, frames, channels, bytesPerSample, channelBuffers);
-  start_ += frames * channels * bytesPerSample;
+float* const* PendingAudio::Unfilled(const AudioRequest& request) {
+  if (request.filled == 0) return request.buffers;
+  try {
+    unfilled_.resize(request.channels);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  } catch (const std::length_error&) {
+    return nullptr;
+  }
+  // The buffers are raw storage: a 2- or 3-byte sample may start anywhere.
+  const std::size_t offset = request.filled * request.bytesPerSample;
+  for (std::uint32_t n = 0; n < request.channels; ++n) {
+    auto* buffer = reinterpret_cast<std::uint8_t*>(request.buffers[n]);
+    unfilled_[n] = buffer ? reinterpret_cast<float*>(buffer + offset) : nullptr;
+  }
+  return unfilled_.data();
+}
+
+void PendingAudio::Deliver(AudioRequest& request) {
+  const std::size_t frames = std::min(request.room(), AvailableFrames(request.channels, request.bytesPerSample));
+  if (frames == 0) return;
+  float* const* buffers = Unfilled(request);
+  if (!buffers) return;
+  DeinterleaveSamples(bytes_.data() + start_, frames, request.channels, request.bytesPerSample, buffers);
+  start_ += frames * request.channels * request.bytesPerSample;
+  request.filled += frames;
   if (start_ == bytes_.size()) Clear();
-  return frames;
+}
+
+bool PendingAudio::Take(const std::uint8_t* data, std::size_t size, AudioRequest& request) {
+  const std::size_t frameBytes = std::size_t{request.channels} * request.bytesPerSample;
+  if (this->size() != 0 || frameBytes == 0 || !data) {
+    // What is held comes first, and a partial frame must be joined.
+    if (!Append(data, size)) return false;
+    Deliver(request);
+    return true;
+  }
+  const std::size_t frames = std::min(request.room(), size / frameBytes);
+  float* const* buffers = Unfilled(request);
+  if (!buffers) return false;
+  // The rest is kept first, so that running out of memory hands nothing out.
+  const std::size_t used = frames * frameBytes;
+  if (!Append(data + used, size - used)) return false;
+  DeinterleaveSamples(data, frames, request.channels, request.bytesPerSample, buffers);
+  request.filled += frames;
+  return true;
+}
+
+bool PendingAudio::CanPutBack(const AudioRequest& request) {
+  return request.bytesPerSample >= 1 && request.bytesPerSample <= 4 &&
+         std::all_of(request.buffers, request.buffers + request.channels,
+                     [](const float* buffer) { return buffer != nullptr; });
+}
+
+void PendingAudio::PutBack(AudioRequest& request) {
+  if (request.filled == 0) return;
+  const std::size_t width = request.bytesPerSample;
+  const std::size_t bytes = request.filled * request.channels * width;
+  if (start_ < bytes) {
+    // Within the room Reserve made for the request, so no reallocation.
+    try {
+      bytes_.insert(bytes_.begin(), bytes - start_, 0);
+    } catch (const std::bad_alloc&) {
+      return;
+    } catch (const std::length_error&) {
+      return;
+    }
+    start_ = bytes;
+  }
+  start_ -= bytes;
+  std::uint8_t* interleaved = bytes_.data() + start_;
+  for (std::size_t f = 0; f < request.filled; ++f) {
+    for (std::uint32_t n = 0; n < request.channels; ++n, interleaved += width) {
+      std::memcpy(interleaved, reinterpret_cast<const std::uint8_t*>(request.buffers[n]) + f * width, width);
+    }
+  }
+  request.filled = 0;
 }
 
 }  // namespace windowsmediafoundation

@@ -21,6 +21,17 @@ void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, st
 enum class VectorInstructions { kSse2, kAvx2 };
 void LimitDeinterleaveInstructions(VectorInstructions widest);
 
+// One read request's destination: a buffer a channel, filled from the front.
+struct AudioRequest {
+  float* const* buffers;
+  std::uint32_t channels;
+  std::uint32_t bytesPerSample;
+  std::size_t wanted;      // frames asked for
+  std::size_t filled = 0;  // frames handed out so far
+
+  std::size_t room() const { return wanted - filled; }
+};
+
 // Interleaved frames in the client format, appended as the decoder delivers
 // them and consumed from the front. May end in a partial frame. Consumed
 // bytes are skipped by an offset and dropped only now and then, so a large
@@ -38,10 +49,22 @@ class PendingAudio {
   // Whole frames held; 0 when the frame size is 0.
   std::size_t AvailableFrames(std::uint32_t channels, std::uint32_t bytesPerSample) const;
 
-  // De-interleaves the first `frames` frames (at most the available ones)
-  // into `channelBuffers` and removes them. Returns the frames removed.
-  std::size_t Deliver(std::size_t frames, std::uint32_t channels, std::uint32_t bytesPerSample,
-                      float* const* channelBuffers);
+  // De-interleaves as many frames as the request has room for and removes
+  // them.
+  void Deliver(AudioRequest& request);
+
+  // Hands out the frames held and then those of `data`, as far as the request
+  // has room, and keeps the rest of `data`. Whole frames that follow no
+  // partial one go straight from `data` to the request, without a copy.
+  // False, with nothing of `data` handed out or kept, when memory runs out.
+  bool Take(const std::uint8_t* data, std::size_t size, AudioRequest& request);
+
+  // Puts the frames handed out to a failed request back at the front, read
+  // back from its buffers, so that the next request starts with them.
+  void PutBack(AudioRequest& request);
+  // Whether PutBack can restore what a request was handed: it needs every
+  // buffer, and samples of a width that is copied.
+  static bool CanPutBack(const AudioRequest& request);
 
   void Clear();
   // Bytes held, not yet handed out.
@@ -52,9 +75,13 @@ class PendingAudio {
  private:
   // Drops the bytes already handed out.
   void Compact();
+  // The request's buffers from its first unfilled frame on, or null when
+  // there is no memory for them.
+  float* const* Unfilled(const AudioRequest& request);
 
   std::vector<std::uint8_t> bytes_;
   std::size_t start_ = 0;  // the first byte not yet handed out
+  std::vector<float*> unfilled_;
 };
 
 }  // namespace windowsmediafoundation
