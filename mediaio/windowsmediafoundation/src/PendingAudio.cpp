@@ -13,22 +13,34 @@
 #define AURIVOX_DEINTERLEAVE_SSE2 1
 #endif
 
-#ifdef AURIVOX_DEINTERLEAVE_AVX2
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
 #include "DeinterleaveAvx2.h"
+#include "DeinterleaveAvx512.h"
 #include "DispatchState.h"
 #endif
 
 namespace windowsmediafoundation {
 namespace {
 
-#ifdef AURIVOX_DEINTERLEAVE_AVX2
-bool CpuRunsAvx2() {
-  vectorkernels::CpuFeatureMask features = 0;
-  constexpr vectorkernels::CpuFeatureMask kAvx2 = vectorkernels::kFeatureAvx2Group | vectorkernels::kFeatureAvxState;
-  return vectorkernels::DetectCpuFeatures(&features) == 1 && (features & kAvx2) == kAvx2;
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+// The widest steps this CPU runs.
+VectorInstructions CpuInstructions() {
+  using namespace vectorkernels;
+  CpuFeatureMask features = 0;
+  if (DetectCpuFeatures(&features) != 1) return VectorInstructions::kSse2;
+  const auto has = [features](CpuFeatureMask wanted) { return (features & wanted) == wanted; };
+  constexpr CpuFeatureMask kAvx2 = kFeatureAvx2Group | kFeatureAvxState;
+  constexpr CpuFeatureMask kAvx512Vbmi = kAvx2 | kFeatureAvx512F | kFeatureAvx512Bw | kFeatureAvx512Vbmi |
+                                         kFeatureAvx512State;
+  if (has(kAvx512Vbmi)) return VectorInstructions::kAvx512Vbmi;
+  return has(kAvx2) ? VectorInstructions::kAvx2 : VectorInstructions::kSse2;
 }
-std::atomic<bool> g_useAvx2{CpuRunsAvx2()};
+std::atomic<VectorInstructions> g_widest{CpuInstructions()};
 #endif
+
+bool EveryChannelWanted(float* const* channelBuffers, std::uint32_t channels) {
+  return std::all_of(channelBuffers, channelBuffers + channels, [](const float* buffer) { return buffer != nullptr; });
+}
 
 // The general loop for frames `first` to `frames`: any channel count, null
 // buffers skipped, one channel at a time.
@@ -49,14 +61,21 @@ void DeinterleaveAnyLayout(const std::uint8_t* interleaved, std::size_t first, s
 // 3-byte samples moved as 4-byte words, one load and one store each: a
 // store's fourth byte is overwritten by the next frame's sample, and the last
 // frame is copied byte-exact so nothing past a buffer is touched.
+// The AVX-512 step, where the CPU runs it, does the first frames.
 void DeinterleaveTriples(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                          float* const* channelBuffers) {
+  std::size_t done = 0;
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+  if (g_widest == VectorInstructions::kAvx512Vbmi && EveryChannelWanted(channelBuffers, channels)) {
+    done = DeinterleaveTriplesAvx512(interleaved, frames, channels, channelBuffers);
+  }
+#endif
   const std::size_t frameBytes = std::size_t{channels} * 3;
   for (std::uint32_t n = 0; n < channels; ++n) {
     if (!channelBuffers[n]) continue;
     auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[n]);
     const std::uint8_t* source = interleaved + std::size_t{n} * 3;
-    std::size_t f = 0;
+    std::size_t f = done;
     for (; f + 1 < frames; ++f) {
       std::uint32_t word;
       std::memcpy(&word, source + f * frameBytes, sizeof word);
@@ -163,12 +182,11 @@ std::size_t DeinterleaveHalfWords(const std::uint8_t* interleaved, std::size_t f
 template <typename Sample>
 void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                        float* const* channelBuffers) {
-  const bool everyChannelWanted =
-      std::all_of(channelBuffers, channelBuffers + channels, [](const float* buffer) { return buffer != nullptr; });
+  const bool everyChannelWanted = EveryChannelWanted(channelBuffers, channels);
 #ifdef AURIVOX_DEINTERLEAVE_SSE2
   if (everyChannelWanted && sizeof(Sample) == 4 && channels > 2) {
-#ifdef AURIVOX_DEINTERLEAVE_AVX2
-    const std::size_t done = g_useAvx2 ? DeinterleaveWordsAvx2(interleaved, frames, channels, channelBuffers)
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+    const std::size_t done = g_widest >= VectorInstructions::kAvx2 ? DeinterleaveWordsAvx2(interleaved, frames, channels, channelBuffers)
                                        : DeinterleaveWords(interleaved, frames, channels, channelBuffers);
 #else
     const std::size_t done = DeinterleaveWords(interleaved, frames, channels, channelBuffers);
@@ -176,8 +194,8 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
     return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
   }
   if (everyChannelWanted && sizeof(Sample) == 2 && channels > 2 && channels <= 8) {
-#ifdef AURIVOX_DEINTERLEAVE_AVX2
-    const std::size_t done = g_useAvx2 ? DeinterleaveHalfWordsAvx2(interleaved, frames, channels, channelBuffers)
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+    const std::size_t done = g_widest >= VectorInstructions::kAvx2 ? DeinterleaveHalfWordsAvx2(interleaved, frames, channels, channelBuffers)
                                        : DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
 #else
     const std::size_t done = DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
@@ -212,8 +230,8 @@ void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, st
 }
 
 void LimitDeinterleaveInstructions(VectorInstructions widest) {
-#ifdef AURIVOX_DEINTERLEAVE_AVX2
-  g_useAvx2 = widest == VectorInstructions::kAvx2 && CpuRunsAvx2();
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+  g_widest = std::min(widest, CpuInstructions());
 #else
   (void)widest;
 #endif
@@ -321,8 +339,7 @@ bool PendingAudio::Take(const std::uint8_t* data, std::size_t size, AudioRequest
 
 bool PendingAudio::CanPutBack(const AudioRequest& request) {
   return request.bytesPerSample >= 1 && request.bytesPerSample <= 4 &&
-         std::all_of(request.buffers, request.buffers + request.channels,
-                     [](const float* buffer) { return buffer != nullptr; });
+         EveryChannelWanted(request.buffers, request.channels);
 }
 
 void PendingAudio::PutBack(AudioRequest& request) {

@@ -16,9 +16,9 @@ namespace windowsmediafoundation {
 void DeinterleaveSamples(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                          std::uint32_t bytesPerSample, float* const* channelBuffers);
 
-// The widest vector instructions DeinterleaveSamples uses: AVX2 where the
-// CPU runs it. Tests narrow it to reach the SSE2 steps on such a CPU too.
-enum class VectorInstructions { kSse2, kAvx2 };
+// The widest vector instructions DeinterleaveSamples uses: the widest the
+// CPU runs. Tests narrow it to reach the narrower steps on such a CPU too.
+enum class VectorInstructions { kSse2, kAvx2, kAvx512Vbmi };
 void LimitDeinterleaveInstructions(VectorInstructions widest);
 
 // One read request's destination: a buffer a channel, filled from the front.
