@@ -28,7 +28,9 @@ volatile std::uint8_t g_sink;
 // The one file, opened once; each pass reads it whole from its start.
 class OneFile {
  public:
-  explicit OneFile(const orxcore::WString& path) { opened_ = ZUM::File::Open(path, ZUM::kAccessRead, file_, true) >= 0; }
+  explicit OneFile(const orxcore::WString& path) {
+    opened_ = ZUM::File::Open(path, ZUM::kAccessRead, file_, true) >= 0;
+  }
   ~OneFile() { file_.Close(); }
 
   std::uint64_t ReadAll(std::vector<std::uint8_t>& buffer) {

@@ -60,8 +60,8 @@ void DeinterleaveAnyLayout(const std::uint8_t* interleaved, std::size_t first, s
 
 // 3-byte samples moved as 4-byte words, one load and one store each: a
 // store's fourth byte is overwritten by the next frame's sample, and the last
-// frame is copied byte-exact so nothing past a buffer is touched.
-// The AVX-512 step, where the CPU runs it, does the first frames.
+// frame is copied byte-exact so nothing past a buffer is touched. Where the
+// CPU runs it, the AVX-512 step does the first frames.
 void DeinterleaveTriples(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                          float* const* channelBuffers) {
   std::size_t done = 0;
@@ -186,8 +186,9 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
 #ifdef AURIVOX_DEINTERLEAVE_SSE2
   if (everyChannelWanted && sizeof(Sample) == 4 && channels > 2) {
 #ifdef AURIVOX_DEINTERLEAVE_WIDE
-    const std::size_t done = g_widest >= VectorInstructions::kAvx2 ? DeinterleaveWordsAvx2(interleaved, frames, channels, channelBuffers)
-                                       : DeinterleaveWords(interleaved, frames, channels, channelBuffers);
+    const std::size_t done = g_widest >= VectorInstructions::kAvx2
+                                 ? DeinterleaveWordsAvx2(interleaved, frames, channels, channelBuffers)
+                                 : DeinterleaveWords(interleaved, frames, channels, channelBuffers);
 #else
     const std::size_t done = DeinterleaveWords(interleaved, frames, channels, channelBuffers);
 #endif
@@ -195,8 +196,9 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
   }
   if (everyChannelWanted && sizeof(Sample) == 2 && channels > 2 && channels <= 8) {
 #ifdef AURIVOX_DEINTERLEAVE_WIDE
-    const std::size_t done = g_widest >= VectorInstructions::kAvx2 ? DeinterleaveHalfWordsAvx2(interleaved, frames, channels, channelBuffers)
-                                       : DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
+    const std::size_t done = g_widest >= VectorInstructions::kAvx2
+                                 ? DeinterleaveHalfWordsAvx2(interleaved, frames, channels, channelBuffers)
+                                 : DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
 #else
     const std::size_t done = DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
 #endif
