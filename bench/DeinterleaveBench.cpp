@@ -87,7 +87,7 @@ class Audio {
 
 int main() {
   const Layout layouts[] = {
-      {2, 2, "stereo 16-bit"},   {2, 4, "stereo float"},    {6, 2, "surround 16-bit"},
+      {2, 2, "stereo 16-bit"},   {2, 3, "stereo 24-bit"},   {2, 4, "stereo float"},       {6, 2, "surround 16-bit"},
       {6, 3, "surround 24-bit"}, {6, 4, "surround float"},  {8, 4, "7.1 surround float"},
   };
   std::cout << "De-interleaving " << kFrames << " frames a call into one buffer a channel (surround: 5.1), vs\n"
