@@ -18,34 +18,49 @@ constexpr std::size_t kParts = 3;
 constexpr std::uint32_t kMaxChannels = 8;
 // 128-byte windows a part's bytes span at eight channels.
 constexpr std::size_t kMaxWindows = 4;
+// Channels picked from one load of a part's windows. Three keep the
+// windows, index tables and result within the 32 registers.
+constexpr std::uint32_t kMaxGroup = 3;
+// Frames gone over part by part before moving on: half of a 32 KiB level 1
+// data cache, so that each part's pass reads them from there.
+constexpr std::size_t kBlockBytes = 16 * 1024;
 
-// How each 64-byte part of channel 0's output is picked from the step's
-// frames; channel n reads the same windows 3n bytes further on. A part's
-// windows start at its first byte, which keeps its 64 bytes within
-// 21 frames and 1 byte: one window for stereo, three for 5.1.
+// How each 64-byte part of a channel's output is picked from the step's
+// frames. A part's windows start at its first byte, which keeps its 64 bytes
+// within 21 frames and 1 byte: one window for stereo, three for 5.1. The
+// channels after it, 3 bytes further on each, are picked from the same
+// windows while their bytes still fit, so one load serves the group.
 struct Plan {
-  std::size_t start[kParts];  // the part's first byte in the step
+  std::size_t start[kParts];  // channel 0's first byte of the part in the step
   std::size_t windows;        // 128-byte windows a part reads
+  std::uint32_t group;        // channels sharing a part's windows
   std::size_t reach;          // bytes a step reads, from its start
-  alignas(64) std::uint8_t index[kParts][kMaxWindows][64];
-  std::uint64_t mask[kParts][kMaxWindows];  // the output bytes a window supplies
+  // For the group's k-th channel: each window's byte picks, and the output
+  // bytes that window supplies.
+  alignas(64) std::uint8_t index[kParts][kMaxGroup][kMaxWindows][64];
+  std::uint64_t mask[kParts][kMaxGroup][kMaxWindows];
 };
 
 Plan MakePlan(std::uint32_t channels) {
   Plan plan{};
   const std::size_t frameBytes = std::size_t{channels} * 3;
   const auto offset = [frameBytes](std::size_t byte) { return byte / 3 * frameBytes + byte % 3; };
-  plan.windows = 21 * frameBytes / 128 + 1;
+  const std::size_t span = 21 * frameBytes + 1;
+  plan.windows = span / 128 + 1;
+  plan.group = static_cast<std::uint32_t>(
+      std::min<std::size_t>({channels, kMaxGroup, (128 * plan.windows - span) / 3 + 1}));
   for (std::size_t part = 0; part < kParts; ++part) {
     plan.start[part] = offset(part * 64);
-    for (std::size_t t = 0; t < 64; ++t) {
-      const std::size_t from = offset(part * 64 + t) - plan.start[part];
-      plan.index[part][from / 128][t] = static_cast<std::uint8_t>(from % 128);
-      plan.mask[part][from / 128] |= std::uint64_t{1} << t;
+    for (std::size_t k = 0; k < plan.group; ++k) {
+      for (std::size_t t = 0; t < 64; ++t) {
+        const std::size_t from = offset(part * 64 + t) - plan.start[part] + 3 * k;
+        plan.index[part][k][from / 128][t] = static_cast<std::uint8_t>(from % 128);
+        plan.mask[part][k][from / 128] |= std::uint64_t{1} << t;
+      }
     }
   }
-  const std::size_t lastChannel = frameBytes - 3;
-  plan.reach = std::max(kStepFrames * frameBytes, plan.start[kParts - 1] + lastChannel + 128 * plan.windows);
+  const std::size_t lastGroup = (channels - 1) / plan.group * plan.group;
+  plan.reach = std::max(kStepFrames * frameBytes, plan.start[kParts - 1] + 3 * lastGroup + 128 * plan.windows);
   return plan;
 }
 
@@ -58,40 +73,59 @@ const Plan& PlanFor(std::uint32_t channels) {
   return plans[channels];
 }
 
-// One channel's part of a step, from the windows starting at `window`.
-template <std::size_t kWindows>
-__m512i PickPart(const std::uint8_t* window, const __m512i* index, const __mmask64* mask) {
-  __m512i samples = _mm512_setzero_si512();
-#pragma GCC unroll 4
-  for (std::size_t w = 0; w < kWindows; ++w) {
-    const __m512i low = _mm512_loadu_si512(window + 128 * w);
-    const __m512i high = _mm512_loadu_si512(window + 128 * w + 64);
-    samples = _mm512_or_si512(samples, _mm512_maskz_permutex2var_epi8(mask[w], low, index[w], high));
-  }
-  return samples;
-}
-
-// Part by part, channel by channel, down all steps, so that a part's index
+// `steps` steps from `interleaved`, into the channels' buffers from byte
+// `outputStart` on: part by part, group by group, so that a part's index
 // tables and masks stay in registers; reloading them for every step made
 // stereo a quarter slower.
-template <std::size_t kWindows>
+template <std::size_t kWindows, std::uint32_t kGroup>
+void DeinterleaveBlock(const Plan& plan, const std::uint8_t* interleaved, std::size_t steps, std::uint32_t channels,
+                       float* const* channelBuffers, std::size_t outputStart) {
+  const std::size_t stepBytes = kStepFrames * 3 * channels;
+  for (std::size_t part = 0; part < kParts; ++part) {
+    __m512i index[kGroup][kWindows];
+    __mmask64 mask[kGroup][kWindows];
+    for (std::size_t k = 0; k < kGroup; ++k) {
+      for (std::size_t w = 0; w < kWindows; ++w) {
+        index[k][w] = _mm512_load_si512(plan.index[part][k][w]);
+        mask[k][w] = plan.mask[part][k][w];
+      }
+    }
+    for (std::uint32_t leader = 0; leader < channels; leader += kGroup) {
+      const std::uint32_t members = std::min(kGroup, channels - leader);
+      const std::uint8_t* window = interleaved + plan.start[part] + 3 * leader;
+      std::uint8_t* destination[kGroup] = {};
+      for (std::uint32_t k = 0; k < members; ++k) {
+        destination[k] = reinterpret_cast<std::uint8_t*>(channelBuffers[leader + k]) + outputStart + part * 64;
+      }
+      for (std::size_t s = 0; s < steps; ++s, window += stepBytes) {
+        __m512i frames[2 * kWindows];
+#pragma GCC unroll 8
+        for (std::size_t i = 0; i < 2 * kWindows; ++i) frames[i] = _mm512_loadu_si512(window + 64 * i);
+#pragma GCC unroll 3
+        for (std::uint32_t k = 0; k < kGroup && k < members; ++k) {
+          __m512i samples = _mm512_setzero_si512();
+#pragma GCC unroll 4
+          for (std::size_t w = 0; w < kWindows; ++w) {
+            samples = _mm512_or_si512(
+                samples, _mm512_maskz_permutex2var_epi8(mask[k][w], frames[2 * w], index[k][w], frames[2 * w + 1]));
+          }
+          _mm512_storeu_si512(destination[k] + s * 3 * kStepFrames, samples);
+        }
+      }
+    }
+  }
+}
+
+// Block by block, each pass over a block's steps reading them from the
+// level 1 cache.
+template <std::size_t kWindows, std::uint32_t kGroup>
 void DeinterleaveSteps(const Plan& plan, const std::uint8_t* interleaved, std::size_t steps, std::uint32_t channels,
                        float* const* channelBuffers) {
   const std::size_t stepBytes = kStepFrames * 3 * channels;
-  for (std::size_t part = 0; part < kParts; ++part) {
-    __m512i index[kWindows];
-    __mmask64 mask[kWindows];
-    for (std::size_t w = 0; w < kWindows; ++w) {
-      index[w] = _mm512_load_si512(plan.index[part][w]);
-      mask[w] = plan.mask[part][w];
-    }
-    for (std::uint32_t n = 0; n < channels; ++n) {
-      const std::uint8_t* window = interleaved + plan.start[part] + 3 * n;
-      auto* destination = reinterpret_cast<std::uint8_t*>(channelBuffers[n]) + part * 64;
-      for (std::size_t s = 0; s < steps; ++s, window += stepBytes, destination += 3 * kStepFrames) {
-        _mm512_storeu_si512(destination, PickPart<kWindows>(window, index, mask));
-      }
-    }
+  const std::size_t blockSteps = std::max<std::size_t>(1, kBlockBytes / stepBytes);
+  for (std::size_t first = 0; first < steps; first += blockSteps) {
+    DeinterleaveBlock<kWindows, kGroup>(plan, interleaved + first * stepBytes, std::min(blockSteps, steps - first),
+                                        channels, channelBuffers, first * 3 * kStepFrames);
   }
 }
 
@@ -107,11 +141,16 @@ std::size_t DeinterleaveTriplesAvx512(const std::uint8_t* interleaved, std::size
   // where one would pass the end.
   if (total < plan.reach) return 0;
   const std::size_t steps = (total - plan.reach) / stepBytes + 1;
-  switch (plan.windows) {
-    case 1: DeinterleaveSteps<1>(plan, interleaved, steps, channels, channelBuffers); break;
-    case 2: DeinterleaveSteps<2>(plan, interleaved, steps, channels, channelBuffers); break;
-    case 3: DeinterleaveSteps<3>(plan, interleaved, steps, channels, channelBuffers); break;
-    default: DeinterleaveSteps<kMaxWindows>(plan, interleaved, steps, channels, channelBuffers); break;
+  const auto run = [&](auto stepsOfShape) { stepsOfShape(plan, interleaved, steps, channels, channelBuffers); };
+  // The shapes one to eight channels give: stereo (1, 1), 5.1 (3, 2), 7.1 (4, 3).
+  switch (plan.windows * 10 + plan.group) {
+    case 11: run(DeinterleaveSteps<1, 1>); break;
+    case 22: run(DeinterleaveSteps<2, 2>); break;
+    case 23: run(DeinterleaveSteps<2, 3>); break;
+    case 32: run(DeinterleaveSteps<3, 2>); break;
+    case 33: run(DeinterleaveSteps<3, 3>); break;
+    case 43: run(DeinterleaveSteps<4, 3>); break;
+    default: return 0;
   }
   return steps * kStepFrames;
 }

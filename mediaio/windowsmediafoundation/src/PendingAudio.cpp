@@ -70,6 +70,7 @@ void DeinterleaveTriples(const std::uint8_t* interleaved, std::size_t frames, st
     done = DeinterleaveTriplesAvx512(interleaved, frames, channels, channelBuffers);
   }
 #endif
+  if (done == frames) return;
   const std::size_t frameBytes = std::size_t{channels} * 3;
   for (std::uint32_t n = 0; n < channels; ++n) {
     if (!channelBuffers[n]) continue;
