@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <iterator>
+#include <random>
 #include <vector>
 
 namespace windowsmediafoundation {
@@ -62,6 +64,29 @@ TEST(Deinterleave, EachChannelGetsItsSamplesPackedAtTheirWidth) {
           }
         }
       }
+    }
+  }
+}
+
+// Long 3-byte runs go in blocks of steps; enough frames for several blocks
+// at every channel count, in random bytes that do not repeat with the frame.
+TEST(Deinterleave, ThreeByteSamplesAcrossBlocksOfSteps) {
+  constexpr std::size_t kFrames = 6000;
+  std::mt19937 random(7);
+  LimitDeinterleaveInstructions(VectorInstructions::kAvx512Vbmi);
+  for (std::uint32_t channels = 1; channels <= 8; ++channels) {
+    std::vector<std::uint8_t> interleaved(kFrames * channels * 3);
+    for (auto& byte : interleaved) byte = static_cast<std::uint8_t>(random());
+    ChannelBuffers buffers(channels, kFrames);
+    DeinterleaveSamples(interleaved.data(), kFrames, channels, 3, buffers.pointers.data());
+    for (std::uint32_t n = 0; n < channels; ++n) {
+      std::vector<std::uint8_t> expected;
+      for (std::size_t f = 0; f < kFrames; ++f) {
+        const auto sample = interleaved.begin() + (f * channels + n) * 3;
+        expected.insert(expected.end(), sample, sample + 3);
+      }
+      EXPECT_TRUE(std::equal(expected.begin(), expected.end(), buffers.bytes[n].begin()))
+          << channels << " channels, channel " << n;
     }
   }
 }
