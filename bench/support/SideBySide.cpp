@@ -26,9 +26,13 @@ SideBySideResult MeasureSideBySide(const SlicedCandidate& first, const SlicedCan
     double a = 0, b = 0;
     Timed(a, [&] { first.start(); return 0; });
     Timed(b, [&] { second.start(); return 0; });
-    for (bool firstBusy = true, secondBusy = true; firstBusy || secondBusy;) {
-      if (firstBusy) firstBusy = Timed(a, first.slice);
+    // Who goes first changes every turn: reading the same file, the one that
+    // goes first would otherwise pay for every page the cache did not hold.
+    bool firstBusy = true, secondBusy = true;
+    for (bool firstLeads = true; firstBusy || secondBusy; firstLeads = !firstLeads) {
+      if (firstLeads && firstBusy) firstBusy = Timed(a, first.slice);
       if (secondBusy) secondBusy = Timed(b, second.slice);
+      if (!firstLeads && firstBusy) firstBusy = Timed(a, first.slice);
     }
     Timed(a, [&] { first.finish(); return 0; });
     Timed(b, [&] { second.finish(); return 0; });

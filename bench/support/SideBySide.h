@@ -1,8 +1,8 @@
 // Two candidates that work in slices, timed side by side: in a round both
-// start, take turns one slice at a time until both have finished, and
-// finish; each one's time is summed over the round. Turns of a few
-// milliseconds let both see the same machine, where a guest's clock speed
-// and neighbours change from one second to the next.
+// start, take turns one slice at a time, the first to go alternating, until
+// both have finished, and finish; each one's time is summed over the round.
+// Turns of a few milliseconds let both see the same machine, where a guest's
+// clock speed and neighbours change from one second to the next.
 #pragma once
 
 #include <functional>
