@@ -68,25 +68,27 @@ TEST(Deinterleave, EachChannelGetsItsSamplesPackedAtTheirWidth) {
   }
 }
 
-// Long 3-byte runs go in blocks of steps; enough frames for several blocks
-// at every channel count, in random bytes that do not repeat with the frame.
-TEST(Deinterleave, ThreeByteSamplesAcrossBlocksOfSteps) {
+// Long runs of 3- and 4-byte samples go in blocks of steps; enough frames
+// for several blocks at every channel count, in random bytes that do not
+// repeat with the frame.
+TEST(Deinterleave, LongRunsAcrossBlocksOfSteps) {
   constexpr std::size_t kFrames = 6000;
   std::mt19937 random(7);
   LimitDeinterleaveInstructions(VectorInstructions::kAvx512Vbmi);
-  for (std::uint32_t channels = 1; channels <= 8; ++channels) {
-    std::vector<std::uint8_t> interleaved(kFrames * channels * 3);
-    for (auto& byte : interleaved) byte = static_cast<std::uint8_t>(random());
-    ChannelBuffers buffers(channels, kFrames);
-    DeinterleaveSamples(interleaved.data(), kFrames, channels, 3, buffers.pointers.data());
-    for (std::uint32_t n = 0; n < channels; ++n) {
-      std::vector<std::uint8_t> expected;
-      for (std::size_t f = 0; f < kFrames; ++f) {
-        const auto sample = interleaved.begin() + (f * channels + n) * 3;
-        expected.insert(expected.end(), sample, sample + 3);
+  for (const std::uint32_t width : {3u, 4u}) {
+    for (std::uint32_t channels = 1; channels <= 8; ++channels) {
+      std::vector<std::uint8_t> interleaved(kFrames * channels * width);
+      for (auto& byte : interleaved) byte = static_cast<std::uint8_t>(random());
+      ChannelBuffers buffers(channels, kFrames * width / 4);
+      DeinterleaveSamples(interleaved.data(), kFrames, channels, width, buffers.pointers.data());
+      for (std::uint32_t n = 0; n < channels; ++n) {
+        std::vector<std::uint8_t> expected;
+        for (std::size_t f = 0; f < kFrames; ++f) {
+          const auto sample = interleaved.begin() + (f * channels + n) * width;
+          expected.insert(expected.end(), sample, sample + width);
+        }
+        EXPECT_EQ(expected, buffers.bytes[n]) << width << " bytes, " << channels << " channels, channel " << n;
       }
-      EXPECT_TRUE(std::equal(expected.begin(), expected.end(), buffers.bytes[n].begin()))
-          << channels << " channels, channel " << n;
     }
   }
 }
