@@ -85,9 +85,8 @@ int main(int argc, char** argv) {
   }
   const std::filesystem::path source = std::filesystem::u8path(argv[1]);
   const std::filesystem::path work = std::filesystem::u8path(argv[2]);
-  // The one file is a copy made as the segments are, just before them: a
-  // file written earlier sits on other pages of memory, and reads faster or
-  // slower for that alone.
+  // The one file is a copy written by the same code as the segments, right
+  // before them, rather than a file written at some other time.
   const bench::SplitRecording whole = bench::MakeSplitRecording(source, 1, work / "split-1");
   const bench::SplitRecording three = bench::MakeSplitRecording(source, 3, work / "split-3");
   const bench::SplitRecording thirty = bench::MakeSplitRecording(source, 30, work / "split-30");
