@@ -35,10 +35,11 @@ struct ChannelBuffers {
 };
 
 // The common layouts have loops of their own, 2- and 4-byte samples vector
-// steps of 4 to 16 frames, 3-byte ones of 64 with AVX-512, each tried with
-// narrower instructions too: 35 and 227 frames leave a remainder after any
-// step, 32 and 192 end where a step's loads would pass the end. Every
-// channel count, as the AVX-512 step groups channels differently for each.
+// steps of 4 to 16 frames, 2- and 3-byte ones of 64 with AVX-512, each
+// tried with narrower instructions too: 35 and 227 frames leave a remainder
+// after any step, 32 and 192 end where a step's loads would pass the end.
+// Every channel count, as the AVX-512 step groups channels differently for
+// each.
 TEST(Deinterleave, EachChannelGetsItsSamplesPackedAtTheirWidth) {
   for (const std::size_t frames : {32u, 35u, 192u, 227u}) {
     for (const auto instructions :
@@ -68,14 +69,14 @@ TEST(Deinterleave, EachChannelGetsItsSamplesPackedAtTheirWidth) {
   }
 }
 
-// Long runs of 3- and 4-byte samples go in blocks of steps; enough frames
+// Long runs of 2- to 4-byte samples go in blocks of steps; enough frames
 // for several blocks at every channel count, in random bytes that do not
 // repeat with the frame.
 TEST(Deinterleave, LongRunsAcrossBlocksOfSteps) {
   constexpr std::size_t kFrames = 6000;
   std::mt19937 random(7);
   LimitDeinterleaveInstructions(VectorInstructions::kAvx512Vbmi);
-  for (const std::uint32_t width : {3u, 4u}) {
+  for (const std::uint32_t width : {2u, 3u, 4u}) {
     for (std::uint32_t channels = 1; channels <= 8; ++channels) {
       std::vector<std::uint8_t> interleaved(kFrames * channels * width);
       for (auto& byte : interleaved) byte = static_cast<std::uint8_t>(random());

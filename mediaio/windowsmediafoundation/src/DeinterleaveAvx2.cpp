@@ -108,10 +108,10 @@ std::size_t DeinterleaveWordsAvx2(const std::uint8_t* interleaved, std::size_t f
 
 // The SSE2 step's transpose, with frames f..f+7 in the low halves and
 // f+8..f+15 in the high ones.
-std::size_t DeinterleaveHalfWordsAvx2(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
-                                      float* const* channelBuffers) {
+std::size_t DeinterleaveHalfWordsAvx2(const std::uint8_t* interleaved, std::size_t first, std::size_t frames,
+                                      std::uint32_t channels, float* const* channelBuffers) {
   const std::size_t frameBytes = std::size_t{channels} * 2;
-  std::size_t f = 0;
+  std::size_t f = first;
   for (; f + 16 <= frames && (f + 15) * frameBytes + 16 <= frames * frameBytes; f += 16) {
     const std::uint8_t* frame = interleaved + f * frameBytes;
     __m256i r[8];

@@ -13,8 +13,9 @@ std::size_t DeinterleaveWordsAvx2(const std::uint8_t* interleaved, std::size_t f
                                   float* const* channelBuffers);
 
 // 2-byte samples of three to eight channels, every channel wanted, sixteen
-// frames a step. Returns the frames done.
-std::size_t DeinterleaveHalfWordsAvx2(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
-                                      float* const* channelBuffers);
+// frames a step, from frame `first` on. Returns the frames done, `first`
+// included.
+std::size_t DeinterleaveHalfWordsAvx2(const std::uint8_t* interleaved, std::size_t first, std::size_t frames,
+                                      std::uint32_t channels, float* const* channelBuffers);
 
 }  // namespace windowsmediafoundation

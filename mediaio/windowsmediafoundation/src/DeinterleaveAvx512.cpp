@@ -12,9 +12,10 @@
 namespace windowsmediafoundation {
 namespace {
 
-// 64 frames: a channel's samples of a step fill three 64-byte registers.
+// 64 frames: a channel's samples of a step fill one 64-byte register per
+// byte of a sample.
 constexpr std::size_t kStepFrames = 64;
-constexpr std::size_t kParts = 3;
+constexpr std::size_t kMaxParts = 3;
 constexpr std::uint32_t kMaxChannels = 8;
 // 128-byte windows a part's bytes span at eight channels.
 constexpr std::size_t kMaxWindows = 4;
@@ -27,47 +28,53 @@ constexpr std::size_t kBlockBytes = 16 * 1024;
 
 // How each 64-byte part of a channel's output is picked from the step's
 // frames. A part's windows start at its first byte, which keeps its 64 bytes
-// within 21 frames and 1 byte: one window for stereo, three for 5.1. The
-// channels after it, 3 bytes further on each, are picked from the same
-// windows while their bytes still fit, so one load serves the group.
+// within 32 frames (2-byte samples) or 21 frames and 1 byte (3-byte): one
+// window for stereo, three for 5.1. The channels after it, a sample further
+// on each, are picked from the same windows while their bytes still fit, so
+// one load serves the group.
 struct Plan {
-  std::size_t start[kParts];  // channel 0's first byte of the part in the step
-  std::size_t windows;        // 128-byte windows a part reads
-  std::uint32_t group;        // channels sharing a part's windows
-  std::size_t reach;          // bytes a step reads, from its start
+  std::size_t start[kMaxParts];  // channel 0's first byte of the part in the step
+  std::size_t windows;           // 128-byte windows a part reads
+  std::uint32_t group;           // channels sharing a part's windows
+  std::size_t reach;             // bytes a step reads, from its start
   // For the group's k-th channel: each window's byte picks, and the output
   // bytes that window supplies.
-  alignas(64) std::uint8_t index[kParts][kMaxGroup][kMaxWindows][64];
-  std::uint64_t mask[kParts][kMaxGroup][kMaxWindows];
+  alignas(64) std::uint8_t index[kMaxParts][kMaxGroup][kMaxWindows][64];
+  std::uint64_t mask[kMaxParts][kMaxGroup][kMaxWindows];
 };
 
+template <std::size_t kWidth>
 Plan MakePlan(std::uint32_t channels) {
   Plan plan{};
-  const std::size_t frameBytes = std::size_t{channels} * 3;
-  const auto offset = [frameBytes](std::size_t byte) { return byte / 3 * frameBytes + byte % 3; };
-  const std::size_t span = 21 * frameBytes + 1;
+  const std::size_t frameBytes = std::size_t{channels} * kWidth;
+  const auto offset = [frameBytes](std::size_t byte) { return byte / kWidth * frameBytes + byte % kWidth; };
+  std::size_t span = 0;
+  for (std::size_t part = 0; part < kWidth; ++part) {
+    plan.start[part] = offset(part * 64);
+    span = std::max(span, offset(part * 64 + 63) - plan.start[part] + 1);
+  }
   plan.windows = span / 128 + 1;
   plan.group = static_cast<std::uint32_t>(
-      std::min<std::size_t>({channels, kMaxGroup, (128 * plan.windows - span) / 3 + 1}));
-  for (std::size_t part = 0; part < kParts; ++part) {
-    plan.start[part] = offset(part * 64);
+      std::min<std::size_t>({channels, kMaxGroup, (128 * plan.windows - span) / kWidth + 1}));
+  for (std::size_t part = 0; part < kWidth; ++part) {
     for (std::size_t k = 0; k < plan.group; ++k) {
       for (std::size_t t = 0; t < 64; ++t) {
-        const std::size_t from = offset(part * 64 + t) - plan.start[part] + 3 * k;
+        const std::size_t from = offset(part * 64 + t) - plan.start[part] + kWidth * k;
         plan.index[part][k][from / 128][t] = static_cast<std::uint8_t>(from % 128);
         plan.mask[part][k][from / 128] |= std::uint64_t{1} << t;
       }
     }
   }
   const std::size_t lastGroup = (channels - 1) / plan.group * plan.group;
-  plan.reach = std::max(kStepFrames * frameBytes, plan.start[kParts - 1] + 3 * lastGroup + 128 * plan.windows);
+  plan.reach = std::max(kStepFrames * frameBytes, plan.start[kWidth - 1] + kWidth * lastGroup + 128 * plan.windows);
   return plan;
 }
 
+template <std::size_t kWidth>
 const Plan& PlanFor(std::uint32_t channels) {
   static const auto plans = [] {
     std::array<Plan, kMaxChannels + 1> all{};
-    for (std::uint32_t c = 1; c <= kMaxChannels; ++c) all[c] = MakePlan(c);
+    for (std::uint32_t c = 1; c <= kMaxChannels; ++c) all[c] = MakePlan<kWidth>(c);
     return all;
   }();
   return plans[channels];
@@ -77,11 +84,11 @@ const Plan& PlanFor(std::uint32_t channels) {
 // `outputStart` on: part by part, group by group, so that a part's index
 // tables and masks stay in registers; reloading them for every step made
 // stereo a quarter slower.
-template <std::size_t kWindows, std::uint32_t kGroup>
+template <std::size_t kWidth, std::size_t kWindows, std::uint32_t kGroup>
 void DeinterleaveBlock(const Plan& plan, const std::uint8_t* interleaved, std::size_t steps, std::uint32_t channels,
                        float* const* channelBuffers, std::size_t outputStart) {
-  const std::size_t stepBytes = kStepFrames * 3 * channels;
-  for (std::size_t part = 0; part < kParts; ++part) {
+  const std::size_t stepBytes = kStepFrames * kWidth * channels;
+  for (std::size_t part = 0; part < kWidth; ++part) {
     __m512i index[kGroup][kWindows];
     __mmask64 mask[kGroup][kWindows];
     for (std::size_t k = 0; k < kGroup; ++k) {
@@ -92,7 +99,7 @@ void DeinterleaveBlock(const Plan& plan, const std::uint8_t* interleaved, std::s
     }
     for (std::uint32_t leader = 0; leader < channels; leader += kGroup) {
       const std::uint32_t members = std::min(kGroup, channels - leader);
-      const std::uint8_t* window = interleaved + plan.start[part] + 3 * leader;
+      const std::uint8_t* window = interleaved + plan.start[part] + kWidth * leader;
       std::uint8_t* destination[kGroup] = {};
       for (std::uint32_t k = 0; k < members; ++k) {
         destination[k] = reinterpret_cast<std::uint8_t*>(channelBuffers[leader + k]) + outputStart + part * 64;
@@ -109,7 +116,7 @@ void DeinterleaveBlock(const Plan& plan, const std::uint8_t* interleaved, std::s
             samples = _mm512_or_si512(
                 samples, _mm512_maskz_permutex2var_epi8(mask[k][w], frames[2 * w], index[k][w], frames[2 * w + 1]));
           }
-          _mm512_storeu_si512(destination[k] + s * 3 * kStepFrames, samples);
+          _mm512_storeu_si512(destination[k] + s * kWidth * kStepFrames, samples);
         }
       }
     }
@@ -118,41 +125,56 @@ void DeinterleaveBlock(const Plan& plan, const std::uint8_t* interleaved, std::s
 
 // Block by block, each pass over a block's steps reading them from the
 // level 1 cache.
-template <std::size_t kWindows, std::uint32_t kGroup>
+template <std::size_t kWidth, std::size_t kWindows, std::uint32_t kGroup>
 void DeinterleaveSteps(const Plan& plan, const std::uint8_t* interleaved, std::size_t steps, std::uint32_t channels,
                        float* const* channelBuffers) {
-  const std::size_t stepBytes = kStepFrames * 3 * channels;
+  const std::size_t stepBytes = kStepFrames * kWidth * channels;
   const std::size_t blockSteps = std::max<std::size_t>(1, kBlockBytes / stepBytes);
   for (std::size_t first = 0; first < steps; first += blockSteps) {
-    DeinterleaveBlock<kWindows, kGroup>(plan, interleaved + first * stepBytes, std::min(blockSteps, steps - first),
-                                        channels, channelBuffers, first * 3 * kStepFrames);
+    DeinterleaveBlock<kWidth, kWindows, kGroup>(plan, interleaved + first * stepBytes,
+                                                std::min(blockSteps, steps - first), channels, channelBuffers,
+                                                first * kWidth * kStepFrames);
   }
 }
 
-}  // namespace
-
-std::size_t DeinterleaveTriplesAvx512(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
-                                      float* const* channelBuffers) {
+template <std::size_t kWidth>
+std::size_t DeinterleaveWidthAvx512(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                                    float* const* channelBuffers) {
   if (channels == 0 || channels > kMaxChannels) return 0;
-  const Plan& plan = PlanFor(channels);
-  const std::size_t stepBytes = kStepFrames * 3 * channels;
-  const std::size_t total = frames * 3 * channels;
+  const Plan& plan = PlanFor<kWidth>(channels);
+  const std::size_t stepBytes = kStepFrames * kWidth * channels;
+  const std::size_t total = frames * kWidth * channels;
   // The last window of a step may read past its frames, so the steps stop
   // where one would pass the end.
   if (total < plan.reach) return 0;
   const std::size_t steps = (total - plan.reach) / stepBytes + 1;
   const auto run = [&](auto stepsOfShape) { stepsOfShape(plan, interleaved, steps, channels, channelBuffers); };
-  // The shapes one to eight channels give: stereo (1, 1), 5.1 (3, 2), 7.1 (4, 3).
+  // The shapes one to eight channels give, stereo, 5.1 and 7.1 being
+  // (1, 2), (3, 3), (4, 3) for 2-byte samples and (1, 1), (3, 2), (4, 3)
+  // for 3-byte ones.
   switch (plan.windows * 10 + plan.group) {
-    case 11: run(DeinterleaveSteps<1, 1>); break;
-    case 22: run(DeinterleaveSteps<2, 2>); break;
-    case 23: run(DeinterleaveSteps<2, 3>); break;
-    case 32: run(DeinterleaveSteps<3, 2>); break;
-    case 33: run(DeinterleaveSteps<3, 3>); break;
-    case 43: run(DeinterleaveSteps<4, 3>); break;
+    case 11: run(DeinterleaveSteps<kWidth, 1, 1>); break;
+    case 12: run(DeinterleaveSteps<kWidth, 1, 2>); break;
+    case 22: run(DeinterleaveSteps<kWidth, 2, 2>); break;
+    case 23: run(DeinterleaveSteps<kWidth, 2, 3>); break;
+    case 32: run(DeinterleaveSteps<kWidth, 3, 2>); break;
+    case 33: run(DeinterleaveSteps<kWidth, 3, 3>); break;
+    case 43: run(DeinterleaveSteps<kWidth, 4, 3>); break;
     default: return 0;
   }
   return steps * kStepFrames;
+}
+
+}  // namespace
+
+std::size_t DeinterleaveHalfWordsAvx512(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                                        float* const* channelBuffers) {
+  return DeinterleaveWidthAvx512<2>(interleaved, frames, channels, channelBuffers);
+}
+
+std::size_t DeinterleaveTriplesAvx512(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                                      float* const* channelBuffers) {
+  return DeinterleaveWidthAvx512<3>(interleaved, frames, channels, channelBuffers);
 }
 
 }  // namespace windowsmediafoundation

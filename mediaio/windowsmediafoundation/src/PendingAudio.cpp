@@ -157,13 +157,14 @@ struct Sse2Lanes {
 };
 
 // 2-byte samples of three to eight channels, every channel wanted, eight
-// frames at a time: an 8 x 8 transpose of 16-bit lanes whose first rows are
-// the channels. A load may reach past its frame, so the loop stops where it
-// would pass the end. Returns the frames done.
-std::size_t DeinterleaveHalfWords(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
-                                  float* const* channelBuffers) {
+// frames at a time from frame `first` on: an 8 x 8 transpose of 16-bit lanes
+// whose first rows are the channels. A load may reach past its frame, so the
+// loop stops where it would pass the end. Returns the frames done, `first`
+// included.
+std::size_t DeinterleaveHalfWords(const std::uint8_t* interleaved, std::size_t first, std::size_t frames,
+                                  std::uint32_t channels, float* const* channelBuffers) {
   const std::size_t frameBytes = std::size_t{channels} * 2;
-  std::size_t f = 0;
+  std::size_t f = first;
   for (; (f + 7) * frameBytes + 16 <= frames * frameBytes; f += 8) {
     const std::uint8_t* frame = interleaved + f * frameBytes;
     __m128i r[8];
@@ -177,36 +178,50 @@ std::size_t DeinterleaveHalfWords(const std::uint8_t* interleaved, std::size_t f
   }
   return f;
 }
-#endif
 
+// The frames the vector steps de-interleave from the first on, every
+// channel wanted; 0 where no step suits the layout.
+template <typename Sample>
+std::size_t DeinterleaveInSteps(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
+                                float* const* channelBuffers) {
+  if (sizeof(Sample) == 4 && channels > 2) {
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+    if (g_widest >= VectorInstructions::kAvx2) {
+      return DeinterleaveWordsAvx2(interleaved, frames, channels, channelBuffers);
+    }
+#endif
+    return DeinterleaveWords(interleaved, frames, channels, channelBuffers);
+  }
+  if (sizeof(Sample) == 2 && channels >= 2 && channels <= 8) {
+    std::size_t done = 0;
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+    if (g_widest == VectorInstructions::kAvx512Vbmi) {
+      done = DeinterleaveHalfWordsAvx512(interleaved, frames, channels, channelBuffers);
+    }
+#endif
+    // Stereo's own loop is as fast as a transpose would be; the rest of the
+    // frames go there.
+    if (channels == 2) return done;
+#ifdef AURIVOX_DEINTERLEAVE_WIDE
+    if (g_widest >= VectorInstructions::kAvx2) {
+      return DeinterleaveHalfWordsAvx2(interleaved, done, frames, channels, channelBuffers);
+    }
+#endif
+    return DeinterleaveHalfWords(interleaved, done, frames, channels, channelBuffers);
+  }
+  return 0;
+}
+#endif
 
 template <typename Sample>
 void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std::uint32_t channels,
                        float* const* channelBuffers) {
   const bool everyChannelWanted = EveryChannelWanted(channelBuffers, channels);
+  std::size_t done = 0;
 #ifdef AURIVOX_DEINTERLEAVE_SSE2
-  if (everyChannelWanted && sizeof(Sample) == 4 && channels > 2) {
-#ifdef AURIVOX_DEINTERLEAVE_WIDE
-    const std::size_t done = g_widest >= VectorInstructions::kAvx2
-                                 ? DeinterleaveWordsAvx2(interleaved, frames, channels, channelBuffers)
-                                 : DeinterleaveWords(interleaved, frames, channels, channelBuffers);
-#else
-    const std::size_t done = DeinterleaveWords(interleaved, frames, channels, channelBuffers);
+  if (everyChannelWanted) done = DeinterleaveInSteps<Sample>(interleaved, frames, channels, channelBuffers);
 #endif
-    return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
-  }
-  if (everyChannelWanted && sizeof(Sample) == 2 && channels > 2 && channels <= 8) {
-#ifdef AURIVOX_DEINTERLEAVE_WIDE
-    const std::size_t done = g_widest >= VectorInstructions::kAvx2
-                                 ? DeinterleaveHalfWordsAvx2(interleaved, frames, channels, channelBuffers)
-                                 : DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
-#else
-    const std::size_t done = DeinterleaveHalfWords(interleaved, frames, channels, channelBuffers);
-#endif
-    return DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
-  }
-#endif
-  if (everyChannelWanted) {
+  if (everyChannelWanted && done == 0) {
     switch (channels) {
       case 1: return DeinterleaveFixedLayout<Sample, 1>(interleaved, frames, channelBuffers);
       case 2: return DeinterleaveFixedLayout<Sample, 2>(interleaved, frames, channelBuffers);
@@ -215,7 +230,7 @@ void DeinterleaveWidth(const std::uint8_t* interleaved, std::size_t frames, std:
       default: break;
     }
   }
-  DeinterleaveAnyLayout<Sample>(interleaved, 0, frames, channels, channelBuffers);
+  DeinterleaveAnyLayout<Sample>(interleaved, done, frames, channels, channelBuffers);
 }
 
 }  // namespace
