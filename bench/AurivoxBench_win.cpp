@@ -153,9 +153,11 @@ void MeasureSplitDecode(const fs::path& media, int rounds) {
   const fs::path source = media / kSurroundWave;
   // One segment goes through the same byte stream as the split ones, so the
   // ratio to it is the cost of joining alone.
-  const bench::SplitRecording one = bench::MakeSplitRecording(source, 1, media / "split-1");
-  const bench::SplitRecording three = bench::MakeSplitRecording(source, 3, media / "split-3");
-  const bench::SplitRecording thirty = bench::MakeSplitRecording(source, 30, media / "split-30");
+  const std::vector<bench::SplitRecording> recordings =
+      bench::MakeSplitRecordings(source, bench::OneThreeAndThirtySegments(media));
+  const bench::SplitRecording& one = recordings[0];
+  const bench::SplitRecording& three = recordings[1];
+  const bench::SplitRecording& thirty = recordings[2];
   if (one.segments.empty() || three.segments.empty() || thirty.segments.empty()) {
     std::cout << "split: cannot cut " << source.string() << " into segments\n";
     return;
