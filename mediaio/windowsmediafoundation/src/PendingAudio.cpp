@@ -199,8 +199,9 @@ std::size_t DeinterleaveInSteps(const std::uint8_t* interleaved, std::size_t fra
       done = DeinterleaveHalfWordsAvx512(interleaved, frames, channels, channelBuffers);
     }
 #endif
-    // Stereo's own loop is as fast as a transpose would be; the rest of the
-    // frames go there.
+    // Stereo has no transpose step: its fixed-layout loop, which the
+    // compiler vectorises, is as fast. What AVX-512 steps leave goes to the
+    // general loop.
     if (channels == 2) return done;
 #ifdef AURIVOX_DEINTERLEAVE_WIDE
     if (g_widest >= VectorInstructions::kAvx2) {
