@@ -153,12 +153,8 @@ void MeasureSplitDecode(const fs::path& media, int rounds) {
   const fs::path source = media / kSurroundWave;
   // One segment goes through the same byte stream as the split ones, so the
   // ratio to it is the cost of joining alone.
-  const std::vector<bench::SplitRecording> recordings =
-      bench::MakeSplitRecordings(source, bench::OneThreeAndThirtySegments(media));
-  const bench::SplitRecording& one = recordings[0];
-  const bench::SplitRecording& three = recordings[1];
-  const bench::SplitRecording& thirty = recordings[2];
-  if (one.segments.empty() || three.segments.empty() || thirty.segments.empty()) {
+  const bench::SplitRecordings recordings = bench::MakeSplitRecordings(source, media);
+  if (recordings.empty()) {
     std::cout << "split: cannot cut " << source.string() << " into segments\n";
     return;
   }
@@ -169,9 +165,9 @@ void MeasureSplitDecode(const fs::path& media, int rounds) {
   bench::Table table({"source", "s", "frames", "x one segment"});
   Decoded results[4];
   const std::vector<double> seconds = bench::MedianSecondsPerRun(
-      {[&] { results[0] = DecodeWithDecoder(asPath(one.firstSegment)); },
-       [&] { results[1] = DecodeWithDecoder(asPath(three.firstSegment)); },
-       [&] { results[2] = DecodeWithDecoder(asPath(thirty.firstSegment)); },
+      {[&] { results[0] = DecodeWithDecoder(asPath(recordings.one.firstSegment)); },
+       [&] { results[1] = DecodeWithDecoder(asPath(recordings.three.firstSegment)); },
+       [&] { results[2] = DecodeWithDecoder(asPath(recordings.thirty.firstSegment)); },
        [&] { results[3] = DecodeWithDecoder(source); }},
       rounds);
   const char* names[] = {"1 segment (reference)", "3 segments", "30 segments", "unsplit file by path"};

@@ -106,18 +106,14 @@ int main(int argc, char** argv) {
   const std::filesystem::path work = std::filesystem::u8path(argv[2]);
   // The one file is a copy written by the same code as the segments, in
   // turns with them, rather than a file written at some other time.
-  const std::vector<bench::SplitRecording> recordings =
-      bench::MakeSplitRecordings(source, bench::OneThreeAndThirtySegments(work));
-  const bench::SplitRecording& whole = recordings[0];
-  const bench::SplitRecording& three = recordings[1];
-  const bench::SplitRecording& thirty = recordings[2];
-  if (whole.segments.empty() || three.segments.empty() || thirty.segments.empty()) {
+  const bench::SplitRecordings recordings = bench::MakeSplitRecordings(source, work);
+  if (recordings.empty()) {
     std::cerr << "spanned_read_bench: cannot split " << argv[1] << " into " << argv[2] << "\n";
     return 1;
   }
-  OneFile one(whole.segments.front());
-  Spanned threeFiles(three.segments);
-  Spanned thirtyFiles(thirty.segments);
+  OneFile one(recordings.one.segments.front());
+  Spanned threeFiles(recordings.three.segments);
+  Spanned thirtyFiles(recordings.thirty.segments);
   ReadBuffers probe(1 << 20);
   const std::uint64_t bytes = one.ReadAll(probe);
   if (bytes == 0 || threeFiles.ReadAll(probe) != bytes || thirtyFiles.ReadAll(probe) != bytes) {

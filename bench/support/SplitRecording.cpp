@@ -11,6 +11,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A source cut into `parts` segments below `folder`.
+struct Cut {
+  int parts;
+  fs::path folder;
+};
+
 // Bytes a cut is handed before the next one's turn.
 constexpr std::size_t kChunkBytes = std::size_t{1} << 20;
 
@@ -105,27 +111,21 @@ SplitRecording WritePlaylist(const Cut& cut) {
 
 }  // namespace
 
-std::vector<Cut> OneThreeAndThirtySegments(const fs::path& folder) {
-  return {{1, folder / "split-1"}, {3, folder / "split-3"}, {30, folder / "split-30"}};
-}
-
 orxcore::WString WidePath(const fs::path& path) { return orxcore::UTF8to16(path.u8string()); }
 
-std::vector<SplitRecording> MakeSplitRecordings(const fs::path& source, const std::vector<Cut>& cuts) {
-  const std::vector<SplitRecording> failed(cuts.size());
+SplitRecordings MakeSplitRecordings(const fs::path& source, const fs::path& folder) {
+  const std::vector<Cut> cuts{{1, folder / "split-1"}, {3, folder / "split-3"}, {30, folder / "split-30"}};
   std::error_code error;
   const std::uintmax_t total = fs::file_size(source, error);
-  if (error) return failed;
+  // At least a byte a segment.
+  if (error || total < static_cast<std::uintmax_t>(cuts.back().parts)) return {};
   bool present = true;
   for (const Cut& cut : cuts) {
-    if (cut.parts < 1 || total < static_cast<std::uintmax_t>(cut.parts)) return failed;
     for (const char* sub : {"BDMV/STREAM", "BDMV/CLIPINF", "BDMV/PLAYLIST"}) fs::create_directories(cut.folder / sub);
     present = present && HasSegments(cut, total);
   }
-  if (!present && !CopyInTurns(source, total, cuts)) return failed;
-  std::vector<SplitRecording> recordings;
-  for (const Cut& cut : cuts) recordings.push_back(WritePlaylist(cut));
-  return recordings;
+  if (!present && !CopyInTurns(source, total, cuts)) return {};
+  return {WritePlaylist(cuts[0]), WritePlaylist(cuts[1]), WritePlaylist(cuts[2])};
 }
 
 }  // namespace bench

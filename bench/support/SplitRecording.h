@@ -15,23 +15,24 @@ struct SplitRecording {
   orxcore::WString firstSegment;           // what a host would open
 };
 
-// A source cut into `parts` segments of about equal size below `folder`
-// (BDMV/STREAM/00001.MTS onwards, BDMV/PLAYLIST/00001.MPL).
-struct Cut {
-  int parts;
-  std::filesystem::path folder;
+// The recordings the benchmarks read: a source in 1 segment (the
+// reference), 3 and 30.
+struct SplitRecordings {
+  SplitRecording one;
+  SplitRecording three;
+  SplitRecording thirty;
+
+  bool empty() const { return one.segments.empty(); }  // made all or none
 };
 
-// Writes `source` cut as each of `cuts` says, unless segments of those sizes
-// are there already: a recording a cut, empty for every cut on failure. The
-// copies are written a chunk at a time in turn, so that they lie on the same
-// stretch of memory: a copy written after another one lies elsewhere, which
-// on a virtual machine reads up to half faster or slower by itself.
-std::vector<SplitRecording> MakeSplitRecordings(const std::filesystem::path& source, const std::vector<Cut>& cuts);
-
-// The cuts the benchmarks read, the same folders so that one benchmark finds
-// what another wrote: 1 segment (the reference), 3 and 30.
-std::vector<Cut> OneThreeAndThirtySegments(const std::filesystem::path& folder);
+// Writes `source` cut into 1, 3 and 30 segments of about equal size below
+// `folder`/split-1, split-3 and split-30 (BDMV/STREAM/00001.MTS onwards,
+// BDMV/PLAYLIST/00001.MPL), unless segments of those sizes are there
+// already, as when another benchmark wrote them. The copies are written a
+// chunk at a time in turn, so that they lie on the same stretch of memory:
+// a copy written after another one lies elsewhere, which on a virtual
+// machine reads up to half faster or slower by itself.
+SplitRecordings MakeSplitRecordings(const std::filesystem::path& source, const std::filesystem::path& folder);
 
 orxcore::WString WidePath(const std::filesystem::path& path);
 
