@@ -1,5 +1,6 @@
 #include "SplitRecording.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <system_error>
