@@ -94,8 +94,8 @@ void MeasureOverhead(const fs::path& media, int rounds) {
             << "each buffer out once, side by side in turns of " << bench::DecoderRun::kSliceFrames
             << " frames;\nmedian of " << rounds
             << " rounds; x bare = median of the rounds' decoder time / bare reader time (goal at most "
-            << bench::Fixed(kOverheadGoal, 2) << ")\n\n";
-  bench::Table table({"file", "code", "s", "x realtime", "MB delivered", "x bare"});
+            << bench::Fixed(kOverheadGoal, 2) << "),\nwith the range that holds the true median with 95 % confidence\n\n";
+  bench::Table table({"file", "code", "s", "x realtime", "MB delivered", "x bare", "95 % range"});
   for (const Case& c : cases) {
     const fs::path path = media / c.file;
     std::unique_ptr<bench::DecoderRun> decoder;
@@ -132,17 +132,18 @@ void MeasureOverhead(const fs::path& media, int rounds) {
       continue;
     }
     table.AddRow({c.name, "bare IMFSourceReader (reference)", Seconds(result.secondSeconds),
-                  bench::Fixed(audioSeconds / result.secondSeconds, 0), bench::Fixed(bareBytes / 1e6, 1), "1.000"});
+                  bench::Fixed(audioSeconds / result.secondSeconds, 0), bench::Fixed(bareBytes / 1e6, 1), "1.000", "-"});
     table.AddRow({c.name, "Decoder::ReadAudio", Seconds(result.firstSeconds),
                   bench::Fixed(audioSeconds / result.firstSeconds, 0), bench::Fixed(decoderBytes / 1e6, 1),
-                  bench::Fixed(result.ratio, 3)});
+                  bench::Fixed(result.ratio, 3), bench::RatioRangeText(result)});
     table.AddRow({c.name, "Decoder open + close alone", bench::Fixed(openSeconds[0], 3), "-", "-",
-                  bench::Fixed(openSeconds[0] / result.secondSeconds, 3)});
+                  bench::Fixed(openSeconds[0] / result.secondSeconds, 3), "-"});
     table.AddRow({c.name, "bare reader open + close alone", bench::Fixed(openSeconds[1], 3), "-", "-",
-                  bench::Fixed(openSeconds[1] / result.secondSeconds, 3)});
+                  bench::Fixed(openSeconds[1] / result.secondSeconds, 3), "-"});
     bench::PrintSummaryRow(std::cout, {"decoder overhead (Windows)", c.name, Seconds(result.firstSeconds) + " s",
                                        Seconds(result.secondSeconds) + " s bare reader",
-                                       bench::Fixed(result.ratio, 3) + " x time"},
+                                       bench::Fixed(result.ratio, 3) + " x time (95 %: " +
+                                           bench::RatioRangeText(result) + ")"},
                            result.ratio, bench::Goal::AtMost(kOverheadGoal));
   }
   table.Print(std::cout);

@@ -92,7 +92,7 @@ int main(int argc, char** argv) {
   }
   Aurivox::Initialize();
   int status = 0;
-  bench::Table table({"file", "aurivox s", "bare FFmpeg s", "ratio", "goal"});
+  bench::Table table({"file", "aurivox s", "bare FFmpeg s", "ratio", "95 % range", "goal"});
   for (int i = 1; i < argc; ++i) {
     const std::string path = argv[i];
     const orxcore::WString wide = orxcore::UTF8to16(path);
@@ -121,8 +121,11 @@ int main(int argc, char** argv) {
     const std::string seconds[] = {bench::Fixed(result.firstSeconds, 3), bench::Fixed(result.secondSeconds, 3)};
     const std::string ratio = bench::Fixed(result.ratio, 3) + "x";
     const std::string name = path.substr(path.find_last_of('/') + 1);
-    table.AddRow({name, seconds[0], seconds[1], ratio, "<= " + bench::Fixed(kGoal, 2) + "x"});
-    bench::PrintSummaryRow(std::cout, {"ffmpeg_decode_bench", name, seconds[0] + " s", seconds[1] + " s", ratio},
+    const std::string range = bench::RatioRangeText(result);
+    table.AddRow({name, seconds[0], seconds[1], ratio, range, "<= " + bench::Fixed(kGoal, 2) + "x"});
+    bench::PrintSummaryRow(std::cout,
+                           {"ffmpeg_decode_bench", name, seconds[0] + " s", seconds[1] + " s",
+                            ratio + " (95 %: " + range + ")"},
                            result.ratio, bench::Goal::AtMost(kGoal));
   }
   table.Print(std::cout);

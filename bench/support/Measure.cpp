@@ -1,6 +1,7 @@
 #include "Measure.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 
 namespace bench {
@@ -34,6 +35,26 @@ double Median(std::vector<double> values) {
   std::nth_element(values.begin(), values.begin() + static_cast<std::ptrdiff_t>(middle),
                    values.end());
   return values[middle];
+}
+
+MedianRange MedianConfidenceRange(std::vector<double> values) {
+  if (values.empty()) return {};
+  std::sort(values.begin(), values.end());
+  // Each value lies below the true median with chance 1/2, so the count of
+  // those below is binomial. The range from the value of rank `lower` up to
+  // its mirror misses the median only when at most `lower` fall on one side:
+  // take the largest `lower` for which that chance is at most 2.5 % a side.
+  const std::size_t n = values.size();
+  double probability = std::pow(0.5, static_cast<double>(n));  // of a count of 0
+  double atMost = probability;                                  // of a count up to k
+  std::size_t lower = 0;
+  for (std::size_t k = 1; k < n; ++k) {
+    probability *= static_cast<double>(n - k + 1) / static_cast<double>(k);
+    if (atMost + probability > 0.025) break;
+    atMost += probability;
+    lower = k;
+  }
+  return {values[lower], values[n - 1 - lower]};
 }
 
 std::vector<double> MedianSecondsPerRun(const std::vector<std::function<void()>>& runs, int rounds) {

@@ -18,6 +18,15 @@ struct MeasureOptions {
 // The middle value (the upper of the two middle ones for an even count).
 double Median(std::vector<double> values);
 
+// A range that holds the true median with at least 95 % confidence, from the
+// order statistics alone: no assumption about how the values spread. With
+// fewer than six values no range is that sure, and the whole range is given.
+struct MedianRange {
+  double low = 0;
+  double high = 0;
+};
+MedianRange MedianConfidenceRange(std::vector<double> values);
+
 // Median nanoseconds per call of each of `calls`, in the same order.
 std::vector<double> MedianNanosecondsPerCall(const std::vector<std::function<void()>>& calls,
                                              const MeasureOptions& options = {});
