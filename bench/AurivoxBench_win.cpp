@@ -82,10 +82,10 @@ std::string Seconds(double seconds) { return bench::Fixed(seconds, 2); }
 
 // Keeps the process, and the threads it starts from then on, on one CPU
 // while it lives. The source reader's threads hand every buffer to the
-// caller; across CPUs each hand-off waits for a wake-up, which under Wine
-// costs a third of the time and spreads one round's decoder/reader ratio by
-// 6 %, where on one CPU it spreads by under 2 %. Both sides pay the hand-off
-// alike, so the ratio measures the same thing, only more sharply.
+// caller, and across CPUs each hand-off waits for a wake-up: under Wine a
+// decode then takes half as long again, and one round's decoder/reader ratio
+// spreads by 6 % where on one CPU it spreads by under 2 %. Both sides pay the
+// hand-offs alike, so the ratio measures the same thing, only more sharply.
 class ScopedOneCpu {
  public:
   ScopedOneCpu() {
