@@ -44,14 +44,17 @@ MedianRange MedianConfidenceRange(std::vector<double> values) {
   // those below is binomial. The range from the value of rank `lower` up to
   // its mirror misses the median only when at most `lower` fall on one side:
   // take the largest `lower` for which that chance is at most 2.5 % a side.
+  // Each chance is worked out from logarithms: 0.5^n alone would round to
+  // 0 beyond a thousand values, and a product built on it would stay 0.
   const std::size_t n = values.size();
-  double probability = std::pow(0.5, static_cast<double>(n));  // of a count of 0
-  double atMost = probability;                                  // of a count up to k
+  const auto chanceOfCount = [n](std::size_t k) {
+    return std::exp(std::lgamma(n + 1.0) - std::lgamma(k + 1.0) - std::lgamma(n - k + 1.0) - n * std::log(2.0));
+  };
+  double atMost = chanceOfCount(0);  // of a count up to k
   std::size_t lower = 0;
-  for (std::size_t k = 1; k < n; ++k) {
-    probability *= static_cast<double>(n - k + 1) / static_cast<double>(k);
-    if (atMost + probability > 0.025) break;
-    atMost += probability;
+  for (std::size_t k = 1; 2 * k < n; ++k) {
+    atMost += chanceOfCount(k);
+    if (atMost > 0.025) break;
     lower = k;
   }
   return {values[lower], values[n - 1 - lower]};
