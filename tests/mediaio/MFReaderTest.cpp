@@ -145,33 +145,36 @@ TEST_F(MFReaderTest, SetupAudioTracesTheSourceAndClientFormats) {
 }
 
 // One decoder's answers in a row: a stream tick, a sample split inside a
-// frame across two buffers, samples ending inside a frame, a failed read and
-// a type change mid-stream (each failing its request and keeping what was
-// decoded before, also what had reached the request), and an end that comes
-// with a sample and a type change.
+// frame across two buffers, samples ending inside a frame and one left
+// partly for the next request, a failed read and a type change mid-stream
+// (each failing its request and keeping what was decoded before, also what
+// had reached the request), and an end that comes with a sample and a type
+// change.
 TEST_F(MFReaderTest, ReadsJoinSamplesAndKeepPendingAudioThroughFailures) {
   FakeRead split = SampleRead(Pcm16({1, 2, 3, 4}));
   split.splitAt = 3;
-  const FakeRead last{S_OK, MF_SOURCE_READERF_ENDOFSTREAM | MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED, Pcm16({17, 18})};
+  const FakeRead last{S_OK, MF_SOURCE_READERF_ENDOFSTREAM | MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED, Pcm16({21, 22})};
   // The first read primes the decoder; the rewind drops it.
   fake->reads = {SampleRead(Pcm16({-1, -1})), FakeRead{S_OK, MF_SOURCE_READERF_STREAMTICK}, split,
-                 SampleRead(Pcm16({5, 6, 7})), SampleRead(Pcm16({8, 9, 10})), SampleRead(Pcm16({11, 12})),
-                 FakeRead{MF_E_INVALID_STREAM_DATA}, SampleRead(Pcm16({13, 14})),
-                 FakeRead{S_OK, MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED}, SampleRead(Pcm16({15, 16})), last};
+                 SampleRead(Pcm16({5, 6, 7})), SampleRead(Pcm16({8, 9, 10})),
+                 SampleRead(Pcm16({11, 12, 13, 14, 15, 16})), FakeRead{MF_E_INVALID_STREAM_DATA},
+                 SampleRead(Pcm16({17, 18})), FakeRead{S_OK, MF_SOURCE_READERF_CURRENTMEDIATYPECHANGED},
+                 SampleRead(Pcm16({19, 20})), last};
   ASSERT_TRUE(Open());
   EXPECT_EQ(Read(4), (Channels{Pcm16({1, 3, 5, 7}), Pcm16({2, 4, 6, 8})}));
   EXPECT_EQ(fake->readCalls, 5) << "no read beyond what the request needs";
+  EXPECT_EQ(Read(2), (Channels{Pcm16({9, 11}), Pcm16({10, 12})}));
   CaptureTrace("windowsmediafoundation.*=7");
   EXPECT_EQ(Read(3), Channels{});
   EXPECT_EQ(CapturedTrace(), ErrorLine(MF_E_INVALID_STREAM_DATA));
-  EXPECT_EQ(Read(1), (Channels{Pcm16({9}), Pcm16({10})}));
+  EXPECT_EQ(Read(1), (Channels{Pcm16({13}), Pcm16({14})}));
   // Without every buffer, frames wait in pending audio until the request is whole.
   EXPECT_EQ(Read(3, false), Channels{}) << "a type change mid-stream";
-  EXPECT_EQ(Read(4), (Channels{Pcm16({11, 13, 15}), Pcm16({12, 14, 16})}));
+  EXPECT_EQ(Read(4), (Channels{Pcm16({15, 17, 19}), Pcm16({16, 18, 20})}));
   EXPECT_TRUE(reader->endOfStream());
   EXPECT_EQ(Read(4), (Channels{{}, {}}));
   EXPECT_EQ(fake->readCalls, 12) << "a request after the end asks again";
-  EXPECT_EQ(reader->samplesDelivered(), 8);
+  EXPECT_EQ(reader->samplesDelivered(), 10);
 }
 
 }  // namespace
