@@ -31,21 +31,29 @@ TEST_P(RestartAndRewind, OnlyWineGetsTheSettlingReadAndTheSkippedRewind) {
 INSTANTIATE_TEST_SUITE_P(UnderWineOrNot, RestartAndRewind, ::testing::Bool());
 
 // On Windows the creation runs on the caller's thread without a deadline;
-// under Wine a stuck one is given up, and accounted for until it returns.
+// under Wine one worker thread runs creation after creation, a stuck one is
+// given up, and accounted for until it returns, while the next runs on
+// another thread.
 TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
   IMFSourceReader* reader = nullptr;
+  DWORD creator = 0;
+  const auto slow = [&](IMFSourceReader**) {
+    creator = GetCurrentThreadId();
+    Sleep(50);
+    return MF_E_UNSUPPORTED_BYTESTREAM_TYPE;
+  };
   {
     ScopedWineDetectionForTesting detection(false);
-    DWORD creator = 0;
-    const auto slow = [&](IMFSourceReader**) {
-      creator = GetCurrentThreadId();
-      Sleep(50);
-      return MF_E_UNSUPPORTED_BYTESTREAM_TYPE;
-    };
     EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::milliseconds(1)), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
     EXPECT_EQ(creator, GetCurrentThreadId());
   }
   ScopedWineDetectionForTesting detection(true);
+  ASSERT_EQ(CreateSourceReaderWithin(slow, &reader), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
+  const DWORD worker = creator;
+  EXPECT_NE(worker, GetCurrentThreadId());
+  ASSERT_EQ(CreateSourceReaderWithin(slow, &reader), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
+  EXPECT_EQ(creator, worker) << "one thread serves creation after creation";
+
   std::atomic<bool> release{false};
   const auto stuck = [&](IMFSourceReader**) {
     while (!release) Sleep(5);
@@ -53,9 +61,17 @@ TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
   };
   EXPECT_EQ(CreateSourceReaderWithin(stuck, &reader, std::chrono::milliseconds(50)), HRESULT_FROM_WIN32(ERROR_TIMEOUT));
   EXPECT_EQ(reader, nullptr);
+  EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::seconds(10)), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
+  EXPECT_NE(creator, worker) << "the next creation waits for no stuck thread";
   EXPECT_FALSE(WaitForAbandonedCreations(std::chrono::milliseconds(50)))
       << "the platform must not shut down under a running creation";
   release = true;
+  EXPECT_TRUE(WaitForAbandonedCreations(std::chrono::seconds(10)));
+
+  // Given up before the worker took it: withdrawn, or run and accounted for;
+  // either way the next creation runs and nothing stays counted.
+  EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::milliseconds(0)), HRESULT_FROM_WIN32(ERROR_TIMEOUT));
+  EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::seconds(10)), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
   EXPECT_TRUE(WaitForAbandonedCreations(std::chrono::seconds(10)));
 }
 

@@ -29,10 +29,11 @@ class ScopedWineDetectionForTesting {
 constexpr std::chrono::milliseconds kWineCreationDeadline{30000};
 
 // Runs `create`. On Windows it runs on the calling thread. Under Wine it runs
-// on a thread of its own, one creation at a time, and is given up after
+// on a worker thread, one creation at a time, and is given up after
 // `deadline` (the wait for its turn included) with
-// HRESULT_FROM_WIN32(ERROR_TIMEOUT); the thread keeps the module loaded until
-// the creation returns and is counted until then.
+// HRESULT_FROM_WIN32(ERROR_TIMEOUT); a creation given up on is counted until
+// it returns. The worker keeps the module loaded until it ends: when idle
+// for a while, or once a creation given up on has returned.
 HRESULT CreateSourceReaderWithin(const std::function<HRESULT(IMFSourceReader**)>& create,
                                  IMFSourceReader** reader,
                                  std::chrono::milliseconds deadline = kWineCreationDeadline);
