@@ -36,7 +36,7 @@ INSTANTIATE_TEST_SUITE_P(UnderWineOrNot, RestartAndRewind, ::testing::Bool());
 // another thread.
 TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
   IMFSourceReader* reader = nullptr;
-  DWORD creator = 0;
+  std::atomic<DWORD> creator{0};  // a creation given up on may still write it
   const auto slow = [&](IMFSourceReader**) {
     creator = GetCurrentThreadId();
     Sleep(50);
@@ -45,14 +45,14 @@ TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
   {
     ScopedWineDetectionForTesting detection(false);
     EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::milliseconds(1)), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
-    EXPECT_EQ(creator, GetCurrentThreadId());
+    EXPECT_EQ(creator.load(), GetCurrentThreadId());
   }
   ScopedWineDetectionForTesting detection(true);
   ASSERT_EQ(CreateSourceReaderWithin(slow, &reader), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
-  const DWORD worker = creator;
+  const DWORD worker = creator.load();
   EXPECT_NE(worker, GetCurrentThreadId());
   ASSERT_EQ(CreateSourceReaderWithin(slow, &reader), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
-  EXPECT_EQ(creator, worker) << "one thread serves creation after creation";
+  EXPECT_EQ(creator.load(), worker) << "one thread serves creation after creation";
 
   std::atomic<bool> release{false};
   const auto stuck = [&](IMFSourceReader**) {
@@ -62,7 +62,7 @@ TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
   EXPECT_EQ(CreateSourceReaderWithin(stuck, &reader, std::chrono::milliseconds(50)), HRESULT_FROM_WIN32(ERROR_TIMEOUT));
   EXPECT_EQ(reader, nullptr);
   EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::seconds(10)), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
-  EXPECT_NE(creator, worker) << "the next creation waits for no stuck thread";
+  EXPECT_NE(creator.load(), worker) << "the next creation waits for no stuck thread";
   EXPECT_FALSE(WaitForAbandonedCreations(std::chrono::milliseconds(50)))
       << "the platform must not shut down under a running creation";
   release = true;
@@ -73,6 +73,17 @@ TEST(ReaderCreation, OnlyWineGivesUpAStuckCreation) {
   EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::milliseconds(0)), HRESULT_FROM_WIN32(ERROR_TIMEOUT));
   EXPECT_EQ(CreateSourceReaderWithin(slow, &reader, std::chrono::seconds(10)), MF_E_UNSUPPORTED_BYTESTREAM_TYPE);
   EXPECT_TRUE(WaitForAbandonedCreations(std::chrono::seconds(10)));
+}
+
+// An idle worker ends; the creation after it starts another worker and is
+// not handed to the one that ended.
+TEST(ReaderCreation, UnderWineACreationAfterTheWorkerWentIdleRuns) {
+  ScopedWineDetectionForTesting detection(true);
+  IMFSourceReader* reader = nullptr;
+  const auto refused = [](IMFSourceReader**) { return E_ACCESSDENIED; };
+  ASSERT_EQ(CreateSourceReaderWithin(refused, &reader), E_ACCESSDENIED);
+  Sleep(static_cast<DWORD>(kWineCreationWorkerIdle.count()) + 500);
+  EXPECT_EQ(CreateSourceReaderWithin(refused, &reader, std::chrono::seconds(5)), E_ACCESSDENIED);
 }
 
 // Wine's sources deadlock now and then when made at once, so under Wine

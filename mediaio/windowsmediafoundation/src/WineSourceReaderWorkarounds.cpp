@@ -75,10 +75,9 @@ void RunCreation(const std::shared_ptr<Creation>& creation) {
 }
 
 // Starting a thread costs Wine about 2 ms, a quarter of a small file's whole
-// open, so one thread runs creation after creation. It ends once idle this
-// long, or after a creation that was given up on; the next creation then
-// starts another.
-constexpr std::chrono::seconds kWorkerIdle{2};
+// open, so one thread runs creation after creation. It ends once idle for
+// kWineCreationWorkerIdle, or after a creation that was given up on; the
+// next creation then starts another.
 
 // A thread that runs the creations handed to it, one after the other.
 struct CreationWorker {
@@ -100,11 +99,11 @@ Workers& TheWorkers() {
 }
 
 // The next creation handed to `worker`, or null once it was idle for
-// kWorkerIdle; nothing is handed to it after that.
+// kWineCreationWorkerIdle; nothing is handed to it after that.
 std::shared_ptr<Creation> NextCreation(const std::shared_ptr<CreationWorker>& worker) {
   {
     std::unique_lock<std::mutex> lock(worker->mutex);
-    if (worker->wake.wait_for(lock, kWorkerIdle, [&] { return worker->next != nullptr; })) {
+    if (worker->wake.wait_for(lock, kWineCreationWorkerIdle, [&] { return worker->next != nullptr; })) {
       return std::move(worker->next);
     }
   }

@@ -27,13 +27,16 @@ class ScopedWineDetectionForTesting {
 
 // A creation Wine's GStreamer sources may never finish, on damaged files.
 constexpr std::chrono::milliseconds kWineCreationDeadline{30000};
+// How long the thread that runs creations under Wine waits for the next one
+// before it ends.
+constexpr std::chrono::milliseconds kWineCreationWorkerIdle{2000};
 
 // Runs `create`. On Windows it runs on the calling thread. Under Wine it runs
 // on a worker thread, one creation at a time, and is given up after
 // `deadline` (the wait for its turn included) with
 // HRESULT_FROM_WIN32(ERROR_TIMEOUT); a creation given up on is counted until
 // it returns. The worker keeps the module loaded until it ends: when idle
-// for a while, or once a creation given up on has returned.
+// for kWineCreationWorkerIdle, or once a creation given up on has returned.
 HRESULT CreateSourceReaderWithin(const std::function<HRESULT(IMFSourceReader**)>& create,
                                  IMFSourceReader** reader,
                                  std::chrono::milliseconds deadline = kWineCreationDeadline);
